@@ -1,0 +1,95 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+
+// What the form becomes before the window is shown for the first time.
+
+#include "console/main_window.h"
+
+#include <QCoreApplication>
+#include <QIcon>
+
+#include "console/console_state.h"
+#include "console/style_sheets.h"
+#include "ui_main_window.h"
+#include "widgets/no_device.h"
+
+namespace {
+
+/// The lens sliders' rest position, to which they spring back.
+constexpr int restPosition = 45;
+
+void restLensSlider(QSlider *slider)
+{
+    slider->setSliderPosition(restPosition);
+    slider->setPageStep(0);
+}
+
+/// The signs in the title line. Minimise and close are painted on the panel's background.
+void setSigns(const Ui::MainWindow &form)
+{
+    form.btn_mute->setStyleSheet(style_sheets::muted());
+    form.btn_top->setStyleSheet(style_sheets::onTopAtStart());
+    form.btn_min->setStyleSheet(style_sheets::invisible());
+    form.btn_close->setStyleSheet(style_sheets::invisible());
+}
+
+void setKeyFaces(const Ui::MainWindow &form)
+{
+    const struct
+    {
+        QPushButton *key;
+        const char *picture;
+    } faces[] = {
+        { form.btn_af, "AF" },
+        { form.btn_ai, "Framing" },
+        { form.btn_push, "Push" },
+        { form.btn_num0, "0" },
+        { form.btn_num1, "1" },
+        { form.btn_num2, "2" },
+        { form.btn_num3, "3" },
+        { form.btn_num4, "4" },
+        { form.btn_num5, "5" },
+        { form.btn_num6, "6" },
+        { form.btn_num7, "7" },
+        { form.btn_num8, "8" },
+        { form.btn_num9, "9" },
+        { form.btn_set, "Set" },
+        { form.btn_clear, "Clear" },
+        { form.btn_flip, "Flip" },
+        { form.btn_home, "HOME" },
+        { form.btn_mirror, "Mirror" },
+    };
+    for (const auto &face : faces)
+        face.key->setStyleSheet(style_sheets::keyFace(QLatin1String(face.picture)));
+}
+
+} // namespace
+
+void MainWindow::InitWindows()
+{
+    // The joystick has read the screen's resolution by now; only what comes later sees 96.
+    QCoreApplication::setAttribute(Qt::AA_Use96Dpi, true);
+    setFixedSize(width(), height());
+    setWindowFlags(Qt::FramelessWindowHint);
+    setAttribute(Qt::WA_TranslucentBackground, true);
+    form->Win_Right->hide();
+    right_flag = 0;
+    topState = false;
+
+    setSigns(*form);
+    form->slider_focus->setEnabled(false); // the focus is automatic until the user says otherwise
+    setKeyFaces(*form);
+    form->btn_setting->setStyleSheet(style_sheets::invisible());
+    form->btn_default->setStyleSheet(style_sheets::keyFace(QStringLiteral("Default")));
+    form->btn_ok->setStyleSheet(style_sheets::keyFace(QStringLiteral("OK")));
+
+    trayIcon = new QSystemTrayIcon(QIcon(QStringLiteral(":/img/min_img.ico")), this);
+    trayIcon->setVisible(true);
+
+    restLensSlider(form->slider_zoom);
+    restLensSlider(form->slider_focus);
+    // No camera is selected before the start-up poll: 0 is none of the five.
+    showCameraButtons(0);
+
+    noDeviceDialog = new NO_Device(nullptr);
+}

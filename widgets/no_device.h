@@ -1,0 +1,44 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QDialog>
+#include <QPoint>
+
+#include <memory>
+
+namespace Ui {
+class NO_Device;
+}
+
+/// The notice that no camera is connected. Its sentence is a picture; Quit ends the program, OK
+/// takes the notice down. Made hidden; placed from main_position_x and main_position_y, and above
+/// all other windows if TopFlag is 1 at that moment.
+class NO_Device : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit NO_Device(QWidget *parent = nullptr);
+    ~NO_Device() override;
+
+    NO_Device(const NO_Device &) = delete;
+    NO_Device &operator=(const NO_Device &) = delete;
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+
+public slots:
+    /// Ends the program with exit code 0.
+    void on_btn_quit_clicked();
+    /// Hides the notice.
+    void on_btn_ok_clicked();
+
+private:
+    std::unique_ptr<Ui::NO_Device> dialogForm; ///< the widgets, by object name
+    QPoint lastGlobalPos; ///< the pointer's global position at the last step of a drag
+    bool pressed = false; ///< the left button, pressed on the notice, is held
+};
