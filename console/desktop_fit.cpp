@@ -1,0 +1,174 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+
+#include "console/desktop_fit.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+#ifdef PTZ_HAVE_XCB
+#include <xcb/xcb.h>
+#endif
+
+#include <cstdlib>
+
+#include "console/termination.h"
+
+namespace desktop_fit {
+
+namespace {
+
+void setUnlessSet(const char *name, const char *value)
+{
+    if (!qEnvironmentVariableIsSet(name))
+        qputenv(name, value);
+}
+
+bool xServerReachable()
+{
+#ifdef PTZ_HAVE_XCB
+    xcb_connection_t *const connection = xcb_connect(nullptr, nullptr);
+    const bool reachable = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    return reachable;
+#else
+    return false;
+#endif
+}
+
+// The guard at work. The toolkit ends the process from within the event loop when its X server
+// goes; the guard is then still there.
+HoldGuard *activeGuard = nullptr; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
+
+void releaseAtExit()
+{
+    if (activeGuard)
+        activeGuard->releaseAll();
+}
+
+// Synthesised events tell no place; they are told apart by the key itself.
+quint32 placeOf(const QKeyEvent &event)
+{
+    constexpr quint32 noPlace = 0x80000000U;
+    return event.nativeScanCode() != 0 ? event.nativeScanCode()
+                                       : noPlace | static_cast<quint32>(event.key());
+}
+
+} // namespace
+
+void prepare()
+{
+    setUnlessSet("QT_FONT_DPI", "72");
+    setUnlessSet("QT_DPI_ADJUSTMENT_POLICY", "AdjustDpi");
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM") && xServerReachable())
+        qputenv("QT_QPA_PLATFORM", "xcb");
+}
+
+HoldGuard::HoldGuard(QWidget &guarded) : window(guarded)
+{
+    static const int registered = std::atexit(releaseAtExit);
+    Q_UNUSED(registered)
+    activeGuard = this;
+    QCoreApplication::instance()->installEventFilter(this);
+    termination::onSignal(this, [this] { releaseAll(); });
+    window.setFocus();
+}
+
+HoldGuard::~HoldGuard()
+{
+    activeGuard = nullptr;
+    QCoreApplication::instance()->removeEventFilter(this);
+}
+
+bool HoldGuard::eventFilter(QObject *watched, QEvent *event)
+{
+    const auto *const widget = qobject_cast<QWidget *>(watched);
+    const bool ours = widget && widget->window() == &window;
+    switch (event->type()) {
+    case QEvent::KeyPress:
+        if (ours)
+            notePress(*static_cast<QKeyEvent *>(event));
+        break;
+    case QEvent::KeyRelease:
+        if (static_cast<QKeyEvent *>(event)->isAutoRepeat())
+            return true;
+        if (ours)
+            noteRelease(*static_cast<QKeyEvent *>(event));
+        break;
+    case QEvent::MouseButtonPress:
+        // A press that a widget does not take goes on to its parent: the last one holds the mouse.
+        if (ours) {
+            pressedWidget = static_cast<QWidget *>(watched);
+            pressedButton = static_cast<QMouseEvent *>(event)->button();
+        }
+        break;
+    case QEvent::MouseButtonRelease:
+        if (static_cast<QMouseEvent *>(event)->buttons() == Qt::NoButton)
+            pressedWidget.clear();
+        break;
+    case QEvent::WindowDeactivate:
+        if (watched == &window)
+            releaseKeys();
+        break;
+    case QEvent::Hide:
+        if (watched == &window)
+            releaseAll();
+        break;
+    default:
+        break;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void HoldGuard::notePress(const QKeyEvent &event)
+{
+    if (!event.isAutoRepeat())
+        heldKeys.insert(placeOf(event), event.key());
+}
+
+void HoldGuard::noteRelease(const QKeyEvent &event)
+{
+    const auto held = heldKeys.find(placeOf(event));
+    if (held == heldKeys.end())
+        return;
+    const int pressedAs = held.value();
+    heldKeys.erase(held);
+    if (pressedAs != event.key())
+        sendRelease(pressedAs);
+}
+
+void HoldGuard::sendRelease(int key)
+{
+    QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window, &release);
+}
+
+void HoldGuard::releaseKeys()
+{
+    const QHash<quint32, int> held = heldKeys;
+    heldKeys.clear();
+    for (const int key : held)
+        sendRelease(key);
+}
+
+void HoldGuard::releaseButton()
+{
+    if (!pressedWidget)
+        return;
+    QWidget *const widget = pressedWidget;
+    pressedWidget.clear();
+    // Outside the widget, so that a push button is let go without being clicked.
+    const QPoint outside(-1, -1);
+    QMouseEvent release(QEvent::MouseButtonRelease, outside, widget->mapToGlobal(outside),
+        pressedButton, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(widget, &release);
+}
+
+void HoldGuard::releaseAll()
+{
+    releaseKeys();
+    releaseButton();
+}
+
+} // namespace desktop_fit

@@ -1,0 +1,79 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+
+// How the window comes to life and how it ends.
+
+#include "console/main_window.h"
+
+#include <QSlider>
+#include <QTimer>
+
+#include <chrono>
+
+#include "ui_main_window.h"
+#include "widgets/no_device.h"
+#include "widgets/notice_state.h"
+
+MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), form(new Ui::MainWindow)
+{
+    form->setupUi(this);
+    timer = new QTimer(this);
+    TopFlag = 1;
+    Top2Flag = 1;
+    device = BaseDevice::CreateDevice(DeviceType::USB);
+    InitWindows();
+    InitConnect();
+}
+
+MainWindow::~MainWindow() { delete form; }
+
+void MainWindow::InitValue()
+{
+    timer = new QTimer(this);
+    TopFlag = 1;
+    Top2Flag = 1;
+    device = BaseDevice::CreateDevice(DeviceType::USB);
+}
+
+void MainWindow::InitConnect()
+{
+    using namespace std::chrono_literals;
+
+    // A second device with a context of its own, never used and never freed. The start has always
+    // gone this way; what runs on the bus at start stays as the cameras know it.
+    static_cast<void>(BaseDevice::CreateDevice(DeviceType::USB));
+
+    timer = new QTimer(this);
+    spareTimer = new QTimer(this);
+    connect(timer, SIGNAL(timeout()), this, SLOT(TimerInit()));
+    timer->start(500ms);
+
+    connect(form->slider_zoom, &QAbstractSlider::valueChanged, this, &MainWindow::zoomchanged);
+    connect(form->slider_zoom, &QAbstractSlider::sliderReleased, this, &MainWindow::zoomstop);
+    connect(form->slider_focus, &QAbstractSlider::valueChanged, this, &MainWindow::focuschanged);
+    connect(form->slider_focus, &QAbstractSlider::sliderReleased, this, &MainWindow::focusstop);
+
+    connect(form->widget, SIGNAL(keyNumchanged(int)), this, SLOT(MovePlace(int)));
+    connect(form->widget, SIGNAL(Speed_Pan(int)), this, SLOT(SpeedX(int)));
+    connect(form->widget, SIGNAL(Speed_Tilt(int)), this, SLOT(SpeedY(int)));
+}
+
+void MainWindow::InitUSBGuid() { }
+
+bool MainWindow::nativeEvent(
+    const QByteArray & /*eventType*/, void * /*message*/, long * /*result*/)
+{
+    return false;
+}
+
+void MainWindow::on_activatedSysTrayIcon(QSystemTrayIcon::ActivationReason reason)
+{
+    if (reason == QSystemTrayIcon::DoubleClick)
+        showNormal();
+}
+
+void MainWindow::warn_exit()
+{
+    noDeviceDialog->setModal(false);
+    noDeviceDialog->hide();
+}

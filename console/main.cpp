@@ -1,0 +1,18 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+
+#include <QApplication>
+
+#include "console/desktop_fit.h"
+#include "console/main_window.h"
+
+int main(int argc, char *argv[])
+{
+    desktop_fit::prepare();
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
+    QApplication application(argc, argv);
+    MainWindow window;
+    const desktop_fit::HoldGuard guard(window);
+    window.show();
+    return QApplication::exec();
+}

@@ -1,0 +1,80 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+
+#include "console/termination.h"
+
+#include <QtGlobal>
+
+#ifdef Q_OS_UNIX
+
+#include <QSocketNotifier>
+
+#include <array>
+#include <csignal>
+#include <utility>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace termination {
+
+namespace {
+
+// From the signal handler, which may do almost nothing, to the event loop.
+std::array<int, 2> wake = { -1, -1 };
+
+constexpr unsigned graceSeconds = 2;
+
+void writeSignal(int number)
+{
+    const auto byte = static_cast<char>(number);
+    static_cast<void>(!write(wake[1], &byte, 1));
+    // A camera that never answers keeps the event loop from seeing this. Then the process ends
+    // all the same.
+    alarm(graceSeconds);
+}
+
+void endBy(int number)
+{
+    std::signal(number, SIG_DFL);
+    std::raise(number);
+}
+
+} // namespace
+
+void onSignal(QObject *context, std::function<void()> last)
+{
+    std::signal(SIGPIPE, SIG_IGN);
+    if (wake[0] < 0 && pipe2(wake.data(), O_CLOEXEC | O_NONBLOCK) != 0)
+        return;
+    auto *const notifier = new QSocketNotifier(wake[0], QSocketNotifier::Read, context);
+    QObject::connect(notifier, &QSocketNotifier::activated, context, [last = std::move(last)] {
+        char number = 0;
+        if (read(wake[0], &number, 1) != 1)
+            return;
+        last();
+        endBy(number);
+    });
+    for (const int number : { SIGINT, SIGTERM, SIGHUP }) {
+        struct sigaction action = {};
+        sigaction(number, nullptr, &action);
+        if (action.sa_handler == SIG_IGN)
+            continue;
+        action = {};
+        action.sa_handler = writeSignal;
+        action.sa_flags = SA_RESTART;
+        sigaction(number, &action, nullptr);
+    }
+}
+
+} // namespace termination
+
+#else
+
+namespace termination {
+
+void onSignal(QObject * /*context*/, std::function<void()> /*last*/) { }
+
+} // namespace termination
+
+#endif

@@ -1,0 +1,20 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <functional>
+
+class QObject;
+
+namespace termination {
+
+/// Runs `last` on the GUI thread when SIGINT, SIGTERM or SIGHUP arrives, and then ends the process
+/// by that very signal, so that whoever started it sees the usual status. Nothing happens once
+/// `context` is gone. When the GUI thread does not get to it within two seconds, because a camera
+/// does not answer, the process is ended all the same. A signal that the process was started with ignored stays ignored. Also makes
+/// a closed standard output harmless instead of deadly. Does nothing where there are no such
+/// signals.
+void onSignal(QObject *context, std::function<void()> last);
+
+} // namespace termination
