@@ -1,0 +1,38 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+
+#ifndef RESOURCES_ART_LETTERING_H
+#define RESOURCES_ART_LETTERING_H
+
+#include "resources/art/canvas.h"
+
+#include <string>
+
+// The panel's lettering: drawn from the strokes of alphabet.h and fitted to the pixel grid, so
+// that stems and bars fill whole pixels at any size.
+namespace art {
+
+struct Style
+{
+    int capHeight; // pixels
+    int xHeight; // pixels; how high a small letter without ascender is
+    double stem; // pixels, width of upright strokes
+    double bar; // pixels, width of level strokes
+    int gap = 1; // pixels between letters
+    double width = 1.0; // letter widths, relative to the alphabet's
+};
+
+// One line of text, as wide and high as its ink.
+Mask lettered(const std::string &text, const Style &style);
+
+// The style with its letters made narrower until the text fits the width.
+Style fitted(const std::string &text, Style style, int width);
+
+void letterCentred(Canvas &canvas, const std::string &text, const Style &style, double centreX,
+                   int top, const Colour &colour);
+void letterFrom(Canvas &canvas, const std::string &text, const Style &style, int left, int top,
+                const Colour &colour);
+
+} // namespace art
+
+#endif
