@@ -6,11 +6,14 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QSlider>
+#include <QTimer>
 
 #ifdef PTZ_HAVE_XCB
 #include <xcb/xcb.h>
 #endif
 
+#include <chrono>
 #include <cstdlib>
 
 #include "console/termination.h"
@@ -63,6 +66,47 @@ void prepare()
     setUnlessSet("QT_DPI_ADJUSTMENT_POLICY", "AdjustDpi");
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM") && xServerReachable())
         qputenv("QT_QPA_PLATFORM", "xcb");
+}
+
+namespace {
+
+void letGoAfterStep(QSlider *slider)
+{
+    using namespace std::chrono_literals;
+    auto *const timer = new QTimer(slider);
+    timer->setSingleShot(true);
+    timer->setInterval(200ms);
+    QObject::connect(timer, &QTimer::timeout, slider, [slider] {
+        if (slider->isSliderDown())
+            return;
+        slider->setSliderDown(true);
+        slider->setSliderDown(false);
+    });
+    QObject::connect(slider, &QSlider::actionTriggered, timer, [slider, timer] {
+        if (!slider->isSliderDown() && slider->sliderPosition() != slider->value())
+            timer->start();
+    });
+}
+
+void reportStep(QSlider *slider)
+{
+    QObject::connect(slider, &QSlider::actionTriggered, slider, [slider] {
+        if (!slider->isSliderDown() && slider->sliderPosition() != slider->value())
+            emit slider->sliderMoved(slider->sliderPosition());
+    });
+}
+
+} // namespace
+
+void fitSliders(QWidget &window)
+{
+    const auto sliders = window.findChildren<QSlider *>();
+    for (QSlider *const slider : sliders) {
+        if (slider->orientation() == Qt::Vertical)
+            letGoAfterStep(slider);
+        else
+            reportStep(slider);
+    }
 }
 
 HoldGuard::HoldGuard(QWidget &guarded) : window(guarded)

@@ -20,6 +20,15 @@ namespace desktop_fit {
 /// depend, and X11 where an X server can be reached, because Wayland tells no window its place.
 void prepare();
 
+/// Makes the sliders of `window` mean what they show when they are moved without being held: by the
+/// mouse wheel, or by a screen reader. Call once, after the form is built.
+///
+/// - A lens slider (vertical) would start the lens and never let go. It is let go for the user a
+///   fifth of a second after the last step, so a step is a nudge.
+/// - A settings slider (horizontal) would show a value that the camera never got. The step is
+///   reported as a movement of the slider, and the camera gets the value.
+void fitSliders(QWidget &window);
+
 /// Sees to it that what the user starts by holding something stops when it is let go, however that
 /// happens, and gives the window the keyboard.
 ///

@@ -12,6 +12,7 @@ int main(int argc, char *argv[])
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
     QApplication application(argc, argv);
     MainWindow window;
+    desktop_fit::fitSliders(window);
     const desktop_fit::HoldGuard guard(window);
     window.show();
     return QApplication::exec();
