@@ -40,7 +40,7 @@ constexpr Letter alphabet[] = {
     { 'P', 8.0, "0,12 0,0 10,0~ 10,6.6~ 0,6.6" },
     { 'Q', 8.8, "0,0~ 10,0~ 10,12~ 0,12~ z; 6.4,8.6 10.4,12.4" },
     { 'R', 8.4, "0,12 0,0 10,0~ 10,6.4~ 0,6.4; 5,6.4 10,12" },
-    { 'S', 8.2, "9.8,2.8 9.8,0~ 0,0~ 0,6~ 10,6~ 10,12~ 0,12~ 0,9.2" },
+    { 'S', 8.2, "9.6,0 0,0~ 0,6~ 10,6~ 10,12~ 0.2,12" },
     { 'T', 8.0, "0,0 10,0; 5,0! 5,12!" },
     { 'U', 8.4, "0,0 0,12~ 10,12~ 10,0" },
     { 'V', 8.8, "0,0 5,12 10,0" },
@@ -86,7 +86,7 @@ constexpr Letter alphabet[] = {
 const Letter *findLetter(char character)
 {
     const auto found = std::find_if(std::begin(alphabet), std::end(alphabet),
-                                    [=](const Letter &l) { return l.character == character; });
+        [=](const Letter &l) { return l.character == character; });
     return found == std::end(alphabet) ? nullptr : found;
 }
 

@@ -21,12 +21,20 @@ void sinkKey(Canvas &canvas, const Place &place)
 {
     const double right = place.x + place.width;
     const double below = place.y + place.height;
-    canvas.fill(box(place.x - 1, place.y - 1, place.width + 2, place.height + 2, 1.5),
-                rgb(0x000000, 0.55));
-    canvas.fill(box(place.x, below, place.width, 1), rgb(0x6c727a));
+    canvas.fill(
+        box(place.x - 1, place.y - 1, place.width + 2, place.height + 2, 1.5), rgb(0x000000, 0.55));
+    canvas.fill(box(place.x, below, place.width, 1), rgb(0x5d636b));
     canvas.fill(box(place.x - 1, place.y, 1, place.height), rgb(0x000000, 0.3));
     canvas.fill(box(right, place.y, 1, place.height), rgb(0x000000, 0.3));
     canvas.fill(place.shape(), key);
+}
+
+void drawHead(Canvas &canvas, const char *title)
+{
+    constexpr double height = 28;
+    canvas.fill(box(0, 0, canvas.width(), height), rgb(0x000000, 0.16));
+    scoreLine(canvas, 0, height, canvas.width());
+    letterFrom(canvas, title, { 8, 6, 1.5, 1.2, 2, 1.0 }, 33, 12, plain);
 }
 
 void scoreLine(Canvas &canvas, double x, double y, double width)

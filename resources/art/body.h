@@ -17,6 +17,8 @@ Canvas plate(int width, int height);
 // A black key let into the plate. The ground under the button itself is pure black, so that the
 // key looks the same while the button is pressed and paints its own black.
 void sinkKey(Canvas &canvas, const Place &place);
+// The strip along the upper edge that bears the title.
+void drawHead(Canvas &canvas, const char *title);
 // A level line cut into the plate.
 void scoreLine(Canvas &canvas, double x, double y, double width);
 

@@ -11,19 +11,21 @@ namespace art {
 namespace {
 
 constexpr int height = 10;
-constexpr std::array<int, 5> widths { 37, 39, 39, 39, 40 };
+constexpr int lampWidth = 11; // with the gap before the name
+constexpr std::array<int, 5> widths{ 37, 39, 39, 39, 40 };
 
-// The selected camera is green, bolder, and has a bar beneath its name, so that it stands out
-// without colour too.
+// A lamp and the camera's name. The selected camera is green; its lamp is filled and its name
+// bolder, so that it stands out without colour too.
 Canvas drawLabel(int camera, int width, bool selected)
 {
     Canvas canvas(width, height);
-    const std::string text = "CAM" + std::to_string(camera);
-    const Style style { 7, 5, selected ? 2.0 : 1.25, selected ? 1.3 : 1.0, selected ? 1 : 2, 1.1 };
     const Colour &colour = selected ? ink : print;
-    letterCentred(canvas, text, fitted(text, style, width), width / 2.0, 0, colour);
-    if (selected)
-        canvas.fill(box(0, 8, width, 2), colour);
+    const std::string text = "CAM" + std::to_string(camera);
+    const Style style{ 9, 6, selected ? 2.0 : 1.4, selected ? 1.6 : 1.2, 1, 1.0 };
+    const Mask name = lettered(text, fitted(text, style, width - lampWidth));
+    const int left = (width - lampWidth - name.width) / 2;
+    canvas.fill(selected ? disc(left + 4.5, 5.5, 4) : ring(left + 4.5, 5.5, 3, 1.2), colour);
+    canvas.stamp(name, left + lampWidth, 1, colour);
     return canvas;
 }
 

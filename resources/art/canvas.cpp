@@ -20,13 +20,14 @@ double distanceToSegment(Point p, Point a, Point b)
     const double abx = b.x - a.x;
     const double aby = b.y - a.y;
     const double square = abx * abx + aby * aby;
-    const double along = square > 0.0 ? clamped(((p.x - a.x) * abx + (p.y - a.y) * aby) / square) : 0.0;
+    const double along =
+        square > 0.0 ? clamped(((p.x - a.x) * abx + (p.y - a.y) * aby) / square) : 0.0;
     return length(p.x - a.x - along * abx, p.y - a.y - along * aby);
 }
 
 Shape aroundPoints(const std::vector<Point> &points, double margin)
 {
-    Shape shape { 1e9, 1e9, -1e9, -1e9, nullptr };
+    Shape shape{ 1e9, 1e9, -1e9, -1e9, nullptr };
     for (const Point &p : points) {
         shape.left = std::min(shape.left, p.x - margin);
         shape.top = std::min(shape.top, p.y - margin);
@@ -39,9 +40,8 @@ Shape aroundPoints(const std::vector<Point> &points, double margin)
 // Spreads the rounding of slow gradients over neighbouring pixels, or they show as bands.
 double ditherAt(int x, int y)
 {
-    static constexpr std::array<std::array<int, 4>, 4> order {
-        { { 0, 8, 2, 10 }, { 12, 4, 14, 6 }, { 3, 11, 1, 9 }, { 15, 7, 13, 5 } }
-    };
+    static constexpr std::array<std::array<int, 4>, 4> order{ { { 0, 8, 2, 10 }, { 12, 4, 14, 6 },
+        { 3, 11, 1, 9 }, { 15, 7, 13, 5 } } };
     return (order[static_cast<size_t>(y % 4)][static_cast<size_t>(x % 4)] + 0.5) / 16.0;
 }
 
@@ -54,7 +54,8 @@ int level(double value, double dither)
 
 Colour rgb(unsigned hex, double alpha)
 {
-    return { ((hex >> 16) & 0xff) / 255.0, ((hex >> 8) & 0xff) / 255.0, (hex & 0xff) / 255.0, alpha };
+    return { ((hex >> 16) & 0xff) / 255.0, ((hex >> 8) & 0xff) / 255.0, (hex & 0xff) / 255.0,
+        alpha };
 }
 
 Colour mix(const Colour &from, const Colour &to, double t)
@@ -62,13 +63,13 @@ Colour mix(const Colour &from, const Colour &to, double t)
     const double part = clamped(t);
     const auto between = [part](double a, double b) { return a + (b - a) * part; };
     return { between(from.red, to.red), between(from.green, to.green), between(from.blue, to.blue),
-             between(from.alpha, to.alpha) };
+        between(from.alpha, to.alpha) };
 }
 
 Shape disc(double x, double y, double radius)
 {
     return { x - radius, y - radius, x + radius, y + radius,
-             [=](double px, double py) { return length(px - x, py - y) - radius; } };
+        [=](double px, double py) { return length(px - x, py - y) - radius; } };
 }
 
 Shape ring(double x, double y, double radius, double width)
@@ -87,8 +88,8 @@ Shape box(double x, double y, double width, double height, double radius)
     return { x, y, x + width, y + height, [=](double px, double py) {
                 const double dx = std::abs(px - cx) - width / 2 + radius;
                 const double dy = std::abs(py - cy) - height / 2 + radius;
-                return length(std::max(dx, 0.0), std::max(dy, 0.0)) + std::min(std::max(dx, dy), 0.0)
-                    - radius;
+                return length(std::max(dx, 0.0), std::max(dy, 0.0))
+                    + std::min(std::max(dx, dy), 0.0) - radius;
             } };
 }
 
@@ -125,17 +126,15 @@ Shape polygon(const std::vector<Point> &points)
 Shape both(const Shape &a, const Shape &b)
 {
     return { std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
-             std::min(a.bottom, b.bottom), [a, b](double x, double y) {
-                 return std::max(a.distance(x, y), b.distance(x, y));
-             } };
+        std::min(a.bottom, b.bottom),
+        [a, b](double x, double y) { return std::max(a.distance(x, y), b.distance(x, y)); } };
 }
 
 Shape either(const Shape &a, const Shape &b)
 {
     return { std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
-             std::max(a.bottom, b.bottom), [a, b](double x, double y) {
-                 return std::min(a.distance(x, y), b.distance(x, y));
-             } };
+        std::max(a.bottom, b.bottom),
+        [a, b](double x, double y) { return std::min(a.distance(x, y), b.distance(x, y)); } };
 }
 
 Shape without(const Shape &a, const Shape &hole)
@@ -150,31 +149,31 @@ Shape without(const Shape &a, const Shape &hole)
 Shape moved(const Shape &shape, double dx, double dy)
 {
     return { shape.left + dx, shape.top + dy, shape.right + dx, shape.bottom + dy,
-             [=](double x, double y) { return shape.distance(x - dx, y - dy); } };
+        [=](double x, double y) { return shape.distance(x - dx, y - dy); } };
+}
+
+Shape scaled(const Shape &shape, double factor)
+{
+    return { shape.left * factor, shape.top * factor, shape.right * factor, shape.bottom * factor,
+        [=](double x, double y) { return shape.distance(x / factor, y / factor) * factor; } };
 }
 
 Shape grown(const Shape &shape, double by)
 {
     return { shape.left - by, shape.top - by, shape.right + by, shape.bottom + by,
-             [=](double x, double y) { return shape.distance(x, y) - by; } };
+        [=](double x, double y) { return shape.distance(x, y) - by; } };
 }
 
 Shape turned(const Shape &shape, double x, double y, int eighths)
 {
     static const double diagonal = std::sqrt(0.5);
-    static const std::array<Point, 8> turns { { { 1, 0 },
-                                                { diagonal, diagonal },
-                                                { 0, 1 },
-                                                { -diagonal, diagonal },
-                                                { -1, 0 },
-                                                { -diagonal, -diagonal },
-                                                { 0, -1 },
-                                                { diagonal, -diagonal } } };
+    static const std::array<Point, 8> turns{ { { 1, 0 }, { diagonal, diagonal }, { 0, 1 },
+        { -diagonal, diagonal }, { -1, 0 }, { -diagonal, -diagonal }, { 0, -1 },
+        { diagonal, -diagonal } } };
     const Point turn = turns[static_cast<size_t>(eighths & 7)];
-    const double reach = std::max({ length(shape.left - x, shape.top - y),
-                                    length(shape.right - x, shape.top - y),
-                                    length(shape.left - x, shape.bottom - y),
-                                    length(shape.right - x, shape.bottom - y) });
+    const double reach =
+        std::max({ length(shape.left - x, shape.top - y), length(shape.right - x, shape.top - y),
+            length(shape.left - x, shape.bottom - y), length(shape.right - x, shape.bottom - y) });
     return { x - reach, y - reach, x + reach, y + reach, [=](double px, double py) {
                 const double dx = px - x;
                 const double dy = py - y;
@@ -194,22 +193,20 @@ Paint outward(double x, double y, double radius, const Colour &centre, const Col
 
 Mask turnedLeft(const Mask &mask)
 {
-    Mask result { mask.height, mask.width, std::vector<double>(mask.cover.size()) };
+    Mask result{ mask.height, mask.width, std::vector<double>(mask.cover.size()) };
     for (int y = 0; y < result.height; ++y) {
         for (int x = 0; x < result.width; ++x) {
-            result.cover[static_cast<size_t>(y * result.width + x)]
-                = mask.cover[static_cast<size_t>(x * mask.width + mask.width - 1 - y)];
+            result.cover[static_cast<size_t>(y * result.width + x)] =
+                mask.cover[static_cast<size_t>(x * mask.width + mask.width - 1 - y)];
         }
     }
     return result;
 }
 
-Canvas::Canvas(int width, int height) :
-    m_width(width),
-    m_height(height),
-    m_pixels(static_cast<size_t>(width * height), Colour { 0, 0, 0, 0 })
-{
-}
+Canvas::Canvas(int width, int height)
+    : m_width(width), m_height(height),
+      m_pixels(static_cast<size_t>(width * height), Colour{ 0, 0, 0, 0 })
+{ }
 
 void Canvas::blend(int x, int y, const Colour &colour, double cover)
 {
@@ -217,7 +214,7 @@ void Canvas::blend(int x, int y, const Colour &colour, double cover)
     const double alpha = colour.alpha * cover;
     const auto over = [alpha](double top, double old) { return top * alpha + old * (1 - alpha); };
     below = { over(colour.red, below.red), over(colour.green, below.green),
-              over(colour.blue, below.blue), over(1.0, below.alpha) };
+        over(colour.blue, below.blue), over(1.0, below.alpha) };
 }
 
 void Canvas::fill(const Shape &shape, const Paint &paint)
@@ -244,7 +241,7 @@ void Canvas::glow(const Shape &shape, const Colour &colour, double reach)
 {
     fill(grown(shape, reach), [=](double x, double y) {
         const double near = clamped(1.0 - shape.distance(x, y) / reach);
-        return Colour { colour.red, colour.green, colour.blue, colour.alpha * near * near };
+        return Colour{ colour.red, colour.green, colour.blue, colour.alpha * near * near };
     });
 }
 
@@ -266,7 +263,7 @@ void Canvas::clip(const Shape &shape)
             Colour &pixel = m_pixels[static_cast<size_t>(y * m_width + x)];
             const double cover = clamped(0.5 - shape.distance(x + 0.5, y + 0.5));
             pixel = { pixel.red * cover, pixel.green * cover, pixel.blue * cover,
-                      pixel.alpha * cover };
+                pixel.alpha * cover };
         }
     }
 }

@@ -53,6 +53,8 @@ Shape both(const Shape &a, const Shape &b);
 Shape either(const Shape &a, const Shape &b);
 Shape without(const Shape &a, const Shape &hole);
 Shape moved(const Shape &shape, double dx, double dy);
+// Lengths and places alike multiplied by the factor.
+Shape scaled(const Shape &shape, double factor);
 // The shape made larger by `by` on all sides (smaller where negative).
 Shape grown(const Shape &shape, double by);
 // Turned by a number of eighths of a full turn about a point.

@@ -8,21 +8,12 @@ namespace art {
 
 namespace {
 
-constexpr double headLine = 32; // lower edge of the strip with the window's buttons
-constexpr double signLine = 17; // the middle of the signs in that strip
-
-void drawHead(Canvas &canvas)
-{
-    canvas.fill(box(0, 0, controlPanelWidth, headLine), rgb(0x000000, 0.16));
-    scoreLine(canvas, 0, headLine, controlPanelWidth);
-    const Style style { 8, 6, 1.5, 1.2, 2, 1.0 };
-    letterFrom(canvas, "PTZ CONTROL", style, 33, 13, plain);
-}
+constexpr double signLine = 16.5; // the middle of the signs in the title's strip
 
 void drawWindowSigns(Canvas &canvas)
 {
     const double line = minimise.centreX();
-    canvas.fill(box(line - 5.5, signLine + 3, 11, 2), plain);
+    canvas.fill(box(line - 5.5, 19, 11, 2), plain);
     const double cross = close.centreX();
     canvas.fill(stroke({ { cross - 5, signLine - 5 }, { cross + 5, signLine + 5 } }, 1.8), plain);
     canvas.fill(stroke({ { cross - 5, signLine + 5 }, { cross + 5, signLine - 5 } }, 1.8), plain);
@@ -33,10 +24,10 @@ void drawGear(Canvas &canvas)
 {
     const double x = setting.centreX();
     const double y = setting.centreY();
-    Shape gear = disc(x, y, 6.6);
+    Shape gear = disc(x, y, 6.4);
     for (int eighth = 0; eighth < 4; ++eighth)
-        gear = either(gear, turned(box(x - 1.7, y - 9.0, 3.4, 18.0, 0.8), x, y, eighth));
-    canvas.fill(without(gear, disc(x, y, 3.0)), plain);
+        gear = either(gear, turned(box(x - 1.7, y - 8.7, 3.4, 17.4, 0.8), x, y, eighth));
+    canvas.fill(without(gear, disc(x, y, 2.8)), plain);
 }
 
 void drawDirections(Canvas &canvas, double x, double y)
@@ -71,25 +62,25 @@ void drawScale(Canvas &canvas, double centre, double middle)
 {
     for (int step = -5; step <= 5; ++step) {
         const double length = step % 5 == 0 ? 5 : 3;
-        const double y = middle + step * 10 - 0.5;
+        const double y = middle + step * 10;
         canvas.fill(box(centre - 15 - length, y, length, 1), rgb(0x7c838a));
         canvas.fill(box(centre + 15, y, length, 1), rgb(0x7c838a));
     }
 }
 
 // A slider that springs back: its handle rests a little below the middle of the scale.
-void drawLensSlider(Canvas &canvas, const Place &place, const char *name, const char *up,
-                    const char *down)
+void drawLensSlider(
+    Canvas &canvas, const Place &place, const char *name, const char *up, const char *down)
 {
     const double centre = place.centreX();
-    const double middle = place.y + 64.5;
+    const double middle = place.y + 64;
     canvas.fill(box(centre - 3, place.y + 3, 6, place.height - 6, 3), rgb(0x5b6067));
     canvas.fill(box(centre - 3, place.y + 2, 6, place.height - 6, 3), rgb(0x060708));
     drawScale(canvas, centre, middle);
     canvas.fill(box(centre - 20, middle - 1, 5, 2), lamp);
     canvas.fill(box(centre + 15, middle - 1, 5, 2), lamp);
-    letterCentred(canvas, name, labelStyle, centre, place.y - 14, plain);
-    letterCentred(canvas, up, captionStyle, centre, place.y - 4, quiet);
+    letterCentred(canvas, name, labelStyle, centre, place.y - 17, plain);
+    letterCentred(canvas, up, captionStyle, centre, place.y - 7, quiet);
     letterCentred(canvas, down, captionStyle, centre, place.y + place.height + 2, quiet);
 }
 
@@ -97,11 +88,27 @@ void drawKeys(Canvas &canvas)
 {
     for (const Place &place : keys)
         sinkKey(canvas, place);
-    const double captions = keys[0].y - 10;
-    letterCentred(canvas, "FOCUS", captionStyle, keys[0].centreX(), static_cast<int>(captions), quiet);
-    letterCentred(canvas, "AUTO FRAMING", captionStyle, keys[1].centreX(), static_cast<int>(captions), quiet);
-    letterCentred(canvas, "FRAMING OFF", captionStyle, keys[2].centreX(), static_cast<int>(captions), quiet);
-    letterFrom(canvas, "SET + DIGIT STORES   CLEAR + DIGIT ERASES", captionStyle, 33, 374, quiet);
+    const int above = keys[0].y - 10;
+    letterCentred(canvas, "FOCUS", captionStyle, keys[0].centreX(), above, quiet);
+    letterCentred(canvas, "AUTO FRAMING", captionStyle, keys[1].centreX(), above, quiet);
+    letterCentred(canvas, "FRAMING OFF", captionStyle, keys[2].centreX(), above, quiet);
+    const int below = keys[17].y + keys[17].height + 6;
+    letterFrom(canvas, "SET + DIGIT STORES", captionStyle, keys[0].x, below, quiet);
+    letterCentred(canvas, "DIGIT RECALLS", captionStyle, keys[1].centreX() - 1, below, quiet);
+    letterRight(canvas, "CLEAR + DIGIT ERASES", captionStyle, setting.x - 3, below, quiet);
+}
+
+// Holds the digits and the two keys that go before a digit together.
+void drawPresetBracket(Canvas &canvas)
+{
+    const Colour line = rgb(0x7c838a);
+    const double top = keys[3].y + 1;
+    const double bottom = keys[14].y + keys[14].height - 1;
+    canvas.fill(box(25, top, 1, bottom - top), line);
+    canvas.fill(box(25, top, 4, 1), line);
+    canvas.fill(box(25, bottom - 1, 4, 1), line);
+    const Mask name = turnedLeft(lettered("PRESETS", captionStyle));
+    canvas.stamp(name, 14, static_cast<int>((top + bottom - name.height) / 2), quiet);
 }
 
 // Light keycaps, on which black and green print both read.
@@ -123,12 +130,13 @@ void drawCameraKeys(Canvas &canvas)
 Canvas drawControlPanel()
 {
     Canvas canvas = plate(controlPanelWidth, panelHeight);
-    drawHead(canvas);
+    drawHead(canvas, "PTZ CONTROL");
     drawWindowSigns(canvas);
     drawJoystick(canvas);
     drawLensSlider(canvas, zoom, "ZOOM", "TELE", "WIDE");
     drawLensSlider(canvas, focus, "FOCUS", "FAR", "NEAR");
     drawKeys(canvas);
+    drawPresetBracket(canvas);
     drawGear(canvas);
     drawCameraKeys(canvas);
     canvas.clip(outline(controlPanelWidth, panelHeight));

@@ -19,7 +19,7 @@ int main(int argc, char **argv)
         QFile file(directory.filePath(picture.name));
         if (!file.open(QIODevice::WriteOnly) || file.write(picture.bytes) != picture.bytes.size()) {
             std::fprintf(stderr, "draw_pictures: %s: %s\n", qPrintable(file.fileName()),
-                         qPrintable(file.errorString()));
+                qPrintable(file.errorString()));
             return 1;
         }
     }

@@ -50,8 +50,8 @@ Drawing draw(const Face &face)
 {
     Canvas canvas(face.width, face.height);
     const Mask text = lettered(face.text, fitted(face.text, face.style, face.width));
-    canvas.stamp(text, (face.width - text.width) / 2, (face.height - face.style.capHeight) / 2,
-                 face.colour);
+    canvas.stamp(
+        text, (face.width - text.width) / 2, (face.height - face.style.capHeight) / 2, face.colour);
     return { face.name, canvas };
 }
 

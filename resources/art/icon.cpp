@@ -1,25 +1,37 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
+#include "resources/art/camera_drawing.h"
 #include "resources/art/palette.h"
 #include "resources/art/pictures.h"
 
-#include <QBuffer>
 #include <QDataStream>
+#include <algorithm>
 #include <array>
 
 namespace art {
 
 namespace {
 
-constexpr std::array<int, 5> sizes { 16, 24, 32, 48, 256 };
+constexpr std::array<int, 5> sizes{ 16, 24, 32, 48, 256 };
 
-// A camera head on its foot, on a dark tile with a light edge: it reads on light and dark trays.
-// All lengths are in sixteenths of the sign.
-Shape scaled(const Shape &shape, double factor)
+constexpr int smallestDetailed = 32;
+
+// A camera of which only the outline is left, for sizes at which no more can be told apart.
+void drawPlainCamera(Canvas &canvas, double unit)
 {
-    return { shape.left * factor, shape.top * factor, shape.right * factor, shape.bottom * factor,
-             [=](double x, double y) { return shape.distance(x / factor, y / factor) * factor; } };
+    canvas.fill(scaled(box(3, 3, 10, 7, 3), unit), bright);
+    canvas.fill(scaled(disc(8, 6.5, 2.5), unit), rgb(0x1c1f22));
+    canvas.fill(scaled(disc(8, 6.5, 1.3), unit), lamp);
+    canvas.fill(scaled(box(7, 10, 2, 2), unit), bright);
+    canvas.fill(scaled(box(4, 12, 8, 1), unit), bright);
+}
+
+void drawDetailedCamera(Canvas &canvas, double unit)
+{
+    const double scale = unit * 0.25;
+    canvas.fill(cameraBody(8 * unit, 8 * unit, scale), bright);
+    drawLens(canvas, 8 * unit, 8 * unit, scale, lamp);
 }
 
 // The pixels of one size as an icon file keeps them: a bitmap header, rows from the bottom up,
@@ -31,13 +43,13 @@ QByteArray bitmap(const QImage &image)
     QByteArray bytes;
     QDataStream out(&bytes, QIODevice::WriteOnly);
     out.setByteOrder(QDataStream::LittleEndian);
-    out << quint32 { 40 } << qint32 { side } << qint32 { side * 2 } << quint16 { 1 }
-        << quint16 { 32 } << quint32 { 0 } << quint32(side * side * 4 + maskRow * side)
-        << qint32 { 0 } << qint32 { 0 } << quint32 { 0 } << quint32 { 0 };
+    out << quint32{ 40 } << qint32{ side } << qint32{ side * 2 } << quint16{ 1 } << quint16{ 32 }
+        << quint32{ 0 } << quint32(side * side * 4 + maskRow * side) << qint32{ 0 } << qint32{ 0 }
+        << quint32{ 0 } << quint32{ 0 };
     const QImage pixels = image.convertToFormat(QImage::Format_ARGB32);
     for (int y = side - 1; y >= 0; --y) {
         for (int x = 0; x < side; ++x)
-            out << quint32 { pixels.pixel(x, y) };
+            out << quint32{ pixels.pixel(x, y) };
     }
     bytes.append(QByteArray(maskRow * side, '\0'));
     return bytes;
@@ -49,16 +61,15 @@ Canvas drawSign(int size)
 {
     Canvas canvas(size, size);
     const double unit = size / 16.0;
-    const auto draw = [&](const Shape &shape, const Colour &colour) {
-        canvas.fill(scaled(shape, unit), colour);
-    };
-    draw(box(0, 0, 16, 16, 4), rgb(0xaab0b6));
-    draw(box(1, 1, 14, 14, 3), rgb(0x1c1f22));
-    draw(box(3, 3, 10, 7, 3), bright);
-    draw(disc(8, 6.5, 2.5), rgb(0x1c1f22));
-    draw(disc(8, 6.5, 1.2), lamp);
-    draw(box(7, 10, 2, 2), bright);
-    draw(box(4, 12, 8, 1.5), bright);
+    // A dark tile with a light edge stands out from light and from dark trays.
+    canvas.fill(scaled(box(0, 0, 16, 16, 4), unit), rgb(0xaab0b6));
+    const double edge = std::max(1.0, unit * 0.6);
+    canvas.fill(grown(scaled(box(0, 0, 16, 16, 4), unit), -edge),
+        downward(0, size, bodyTop, rgb(0x16181b)));
+    if (size < smallestDetailed)
+        drawPlainCamera(canvas, unit);
+    else
+        drawDetailedCamera(canvas, unit);
     return canvas;
 }
 
@@ -73,13 +84,13 @@ QByteArray iconFile()
     QByteArray bytes;
     QDataStream out(&bytes, QIODevice::WriteOnly);
     out.setByteOrder(QDataStream::LittleEndian);
-    out << quint16 { 0 } << quint16 { 1 } << quint16 { sizes.size() };
+    out << quint16{ 0 } << quint16{ 1 } << quint16{ sizes.size() };
     auto offset = static_cast<quint32>(6 + 16 * sizes.size());
     for (size_t i = 0; i < sizes.size(); ++i) {
         const auto side = static_cast<quint8>(sizes[i] & 0xff); // 0 stands for 256
         const auto length = static_cast<quint32>(images[i].size());
-        out << side << side << quint8 { 0 } << quint8 { 0 } << quint16 { 1 } << quint16 { 32 }
-            << length << offset;
+        out << side << side << quint8{ 0 } << quint8{ 0 } << quint16{ 1 } << quint16{ 32 } << length
+            << offset;
         offset += length;
     }
     for (const QByteArray &image : images)

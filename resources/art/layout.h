@@ -32,7 +32,7 @@ constexpr int noticeWidth = 326;
 constexpr int noticeHeight = 187;
 constexpr double cornerRadius = 32.0;
 
-constexpr std::array<Place, 18> keys { {
+constexpr std::array<Place, 18> keys{ {
     { "btn_af", 33, 198, 70, 26 },
     { "btn_ai", 129, 198, 70, 26 },
     { "btn_push", 224, 198, 70, 26 },
@@ -53,7 +53,7 @@ constexpr std::array<Place, 18> keys { {
     { "btn_mirror", 224, 342, 70, 26 },
 } };
 
-constexpr std::array<Place, 5> cameraButtons { {
+constexpr std::array<Place, 5> cameraButtons{ {
     { "btn_cam1", -1, 386, 74, 52 },
     { "btn_cam2", 71, 386, 63, 52 },
     { "btn_cam3", 132, 386, 63, 52 },
@@ -61,14 +61,14 @@ constexpr std::array<Place, 5> cameraButtons { {
     { "btn_cam5", 254, 386, 74, 52 },
 } };
 
-constexpr Place minimise { "btn_min", 248, 6, 25, 20 };
-constexpr Place close { "btn_close", 280, 6, 25, 20 };
-constexpr Place setting { "btn_setting", 295, 360, 21, 21 };
-constexpr Place joystick { "widget", 42, 56, 116, 116 };
-constexpr Place zoom { "slider_zoom", 226, 50, 22, 120 };
-constexpr Place focus { "slider_focus", 278, 50, 22, 120 };
+constexpr Place minimise{ "btn_min", 248, 6, 25, 20 };
+constexpr Place close{ "btn_close", 280, 6, 25, 20 };
+constexpr Place setting{ "btn_setting", 295, 360, 21, 21 };
+constexpr Place joystick{ "widget", 42, 56, 116, 116 };
+constexpr Place zoom{ "slider_zoom", 226, 50, 22, 120 };
+constexpr Place focus{ "slider_focus", 278, 50, 22, 120 };
 
-constexpr std::array<Place, 7> settingSliders { {
+constexpr std::array<Place, 7> settingSliders{ {
     { "slider_blc", 95, 32, 149, 22 },
     { "slider_gamma", 95, 74, 149, 22 },
     { "slider_contrast", 95, 117, 149, 22 },
@@ -78,13 +78,13 @@ constexpr std::array<Place, 7> settingSliders { {
     { "slider_wb", 95, 289, 149, 22 },
 } };
 
-constexpr Place antiFlicker { "cb_fliker", 230, 330, 65, 22 };
-constexpr Place defaults { "btn_default", 62, 398, 88, 25 };
-constexpr Place settingsOk { "btn_ok", 175, 398, 88, 25 };
+constexpr Place antiFlicker{ "cb_fliker", 230, 330, 65, 22 };
+constexpr Place defaults{ "btn_default", 62, 398, 88, 25 };
+constexpr Place settingsOk{ "btn_ok", 175, 398, 88, 25 };
 
-constexpr Place noticeQuit { "btn_quit", 32, 144, 80, 23 };
-constexpr Place noticeOk { "btn_ok", 214, 144, 80, 23 };
-constexpr Place onlyNoticeOk { "btn_ok", 124, 144, 80, 23 };
+constexpr Place noticeQuit{ "btn_quit", 32, 144, 80, 23 };
+constexpr Place noticeOk{ "btn_ok", 214, 144, 80, 23 };
+constexpr Place onlyNoticeOk{ "btn_ok", 124, 144, 80, 23 };
 
 } // namespace art
 

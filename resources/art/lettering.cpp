@@ -14,7 +14,7 @@ namespace art {
 
 namespace {
 
-constexpr int fineness = 8; // samples per pixel and axis
+constexpr int fineness = 8;      // samples per pixel and axis
 constexpr double kappa = 0.5523; // the handle length that makes a curve a quarter circle
 
 struct Corner
@@ -54,8 +54,8 @@ public:
     Grid(const Letter &letter, const Style &style) : m_style(style)
     {
         const double wanted = letter.width * style.capHeight / 12.0 * style.width;
-        m_width = std::max(static_cast<int>(std::round(wanted)),
-                           static_cast<int>(std::ceil(style.stem)));
+        m_width =
+            std::max(static_cast<int>(std::round(wanted)), static_cast<int>(std::ceil(style.stem)));
         m_span = letter.width > 0.0 ? m_width - style.stem : 0.0;
     }
 
@@ -92,7 +92,7 @@ Corner readCorner(std::string word, const Grid &grid)
     const bool onWholePixels = word.back() == '!';
     if (onWholePixels)
         word.pop_back();
-    Point at {};
+    Point at{};
     double rounding = 0.0;
     char sign = 0;
     std::istringstream parts(word);
@@ -127,8 +127,8 @@ double share(const Corner &corner, const Corner &neighbour)
     return neighbour.rounding > 0.0 ? side / 2 : side;
 }
 
-void addCurve(std::vector<Point> &path, const Corner &before, const Corner &corner,
-              const Corner &after)
+void addCurve(
+    std::vector<Point> &path, const Corner &before, const Corner &corner, const Corner &after)
 {
     const double reach = corner.rounding * std::min(share(corner, before), share(corner, after));
     const Point start = towards(corner.at, before.at, reach);
@@ -144,7 +144,7 @@ void addCurve(std::vector<Point> &path, const Corner &before, const Corner &corn
         const double c = 3 * u * t * t;
         const double d = t * t * t;
         path.push_back({ a * start.x + b * first.x + c * second.x + d * end.x,
-                         a * start.y + b * first.y + c * second.y + d * end.y });
+            a * start.y + b * first.y + c * second.y + d * end.y });
     }
 }
 
@@ -158,8 +158,8 @@ std::vector<Point> pathOf(const Line &line)
         if (end || corner.rounding <= 0.0) {
             path.push_back(corner.at);
         } else {
-            addCurve(path, line.corners[(i + count - 1) % count], corner,
-                     line.corners[(i + 1) % count]);
+            addCurve(
+                path, line.corners[(i + count - 1) % count], corner, line.corners[(i + 1) % count]);
         }
     }
     if (line.closed)
@@ -171,14 +171,10 @@ std::vector<Point> pathOf(const Line &line)
 class Sheet
 {
 public:
-    Sheet(int width, int height, const Style &style) :
-        m_width(width * fineness),
-        m_height(height * fineness),
-        m_stem(style.stem * fineness),
-        m_bar(style.bar * fineness),
-        m_inked(static_cast<size_t>(m_width * m_height))
-    {
-    }
+    Sheet(int width, int height, const Style &style)
+        : m_width(width * fineness), m_height(height * fineness), m_stem(style.stem * fineness),
+          m_bar(style.bar * fineness), m_inked(static_cast<size_t>(m_width * m_height))
+    { }
 
     void draw(const std::vector<Point> &path)
     {
@@ -244,7 +240,7 @@ Mask drawLetter(const Letter &letter, const Style &style, int height)
     std::string line;
     while (std::getline(lines, line, ';'))
         sheet.draw(pathOf(readLine(line, grid)));
-    Mask mask { grid.width(), height, {} };
+    Mask mask{ grid.width(), height, {} };
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < mask.width; ++x)
             mask.cover.push_back(sheet.cover(x, y));
@@ -261,7 +257,7 @@ Mask lettered(const std::string &text, const Style &style)
     int end = 0;
     for (const char character : text) {
         if (character == ' ') {
-            end += std::max(2, style.capHeight / 3);
+            end += style.capHeight / 3 + style.gap;
             continue;
         }
         const Letter *letter = findLetter(character);
@@ -271,12 +267,12 @@ Mask lettered(const std::string &text, const Style &style)
         letters.emplace_back(start, drawLetter(*letter, style, height));
         end = start + letters.back().second.width;
     }
-    Mask line { end, height, std::vector<double>(static_cast<size_t>(end * height)) };
+    Mask line{ end, height, std::vector<double>(static_cast<size_t>(end * height)) };
     for (const auto &[start, letter] : letters) {
         for (int y = 0; y < height; ++y) {
             for (int x = 0; x < letter.width; ++x)
-                line.cover[static_cast<size_t>(y * end + start + x)]
-                    = letter.cover[static_cast<size_t>(y * letter.width + x)];
+                line.cover[static_cast<size_t>(y * end + start + x)] =
+                    letter.cover[static_cast<size_t>(y * letter.width + x)];
         }
     }
     return line;
@@ -290,14 +286,21 @@ Style fitted(const std::string &text, Style style, int width)
 }
 
 void letterCentred(Canvas &canvas, const std::string &text, const Style &style, double centreX,
-                   int top, const Colour &colour)
+    int top, const Colour &colour)
 {
     const Mask line = lettered(text, style);
     canvas.stamp(line, static_cast<int>(std::floor(centreX - line.width / 2.0 + 0.5)), top, colour);
 }
 
+void letterRight(Canvas &canvas, const std::string &text, const Style &style, int right, int top,
+    const Colour &colour)
+{
+    const Mask line = lettered(text, style);
+    canvas.stamp(line, right - line.width, top, colour);
+}
+
 void letterFrom(Canvas &canvas, const std::string &text, const Style &style, int left, int top,
-                const Colour &colour)
+    const Colour &colour)
 {
     canvas.stamp(lettered(text, style), left, top, colour);
 }

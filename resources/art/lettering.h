@@ -14,11 +14,11 @@ namespace art {
 
 struct Style
 {
-    int capHeight; // pixels
-    int xHeight; // pixels; how high a small letter without ascender is
-    double stem; // pixels, width of upright strokes
-    double bar; // pixels, width of level strokes
-    int gap = 1; // pixels between letters
+    int capHeight;      // pixels
+    int xHeight;        // pixels; how high a small letter without ascender is
+    double stem;        // pixels, width of upright strokes
+    double bar;         // pixels, width of level strokes
+    int gap = 1;        // pixels between letters
     double width = 1.0; // letter widths, relative to the alphabet's
 };
 
@@ -29,9 +29,12 @@ Mask lettered(const std::string &text, const Style &style);
 Style fitted(const std::string &text, Style style, int width);
 
 void letterCentred(Canvas &canvas, const std::string &text, const Style &style, double centreX,
-                   int top, const Colour &colour);
+    int top, const Colour &colour);
+// `right` is the column behind the last letter.
+void letterRight(Canvas &canvas, const std::string &text, const Style &style, int right, int top,
+    const Colour &colour);
 void letterFrom(Canvas &canvas, const std::string &text, const Style &style, int left, int top,
-                const Colour &colour);
+    const Colour &colour);
 
 } // namespace art
 

@@ -2,14 +2,15 @@
 // SPDX-License-Identifier: MIT
 
 #include "resources/art/body.h"
+#include "resources/art/camera_drawing.h"
 #include "resources/art/pictures.h"
 
 namespace art {
 
 namespace {
 
-const Style sentence { 10, 7, 1.6, 1.3, 2, 1.0 };
-const Style help { 8, 6, 1.0, 1.0, 1, 1.0 };
+const Style sentence{ 10, 7, 1.6, 1.3, 2, 1.0 };
+const Style help{ 8, 6, 1.0, 1.0, 1, 1.0 };
 
 Canvas emptyNotice()
 {
@@ -19,20 +20,19 @@ Canvas emptyNotice()
     return canvas;
 }
 
-// A camera on its foot, seen from the front, around a point.
-Shape camera(double x, double y)
-{
-    const Shape head = box(x - 15, y - 16, 30, 24, 9);
-    const Shape arms = without(box(x - 20, y - 8, 40, 24, 6), box(x - 16.5, y - 12, 33, 23, 8));
-    const Shape foot = box(x - 13, y + 16, 26, 5, 2);
-    return either(either(head, arms), foot);
-}
+constexpr double drawingMiddle = 50;
 
-void drawLens(Canvas &canvas, double x, double y)
+// A cable that ends in a plug, and beyond a gap the socket that it is not in.
+void drawLooseCable(Canvas &canvas, double x, double y)
 {
-    canvas.fill(disc(x, y - 4, 8.5), cut);
-    canvas.fill(ring(x, y - 4, 6, 1.2), rgb(0x7c838a));
-    canvas.fill(disc(x - 2, y - 6, 1.4), bright);
+    canvas.fill(box(x, y - 1, 30, 2), plain);
+    canvas.fill(box(x + 29, y - 5, 13, 10, 2), plain);
+    canvas.fill(box(x + 43, y - 3.5, 8, 7), quiet);
+    canvas.fill(box(x + 46, y - 2, 3, 1.5), cut);
+    canvas.fill(box(x + 46, y + 0.5, 3, 1.5), cut);
+    canvas.fill(box(x + 68, y - 8, 13, 16, 2), plain);
+    canvas.fill(box(x + 68, y - 4, 7, 8), cut);
+    canvas.fill(box(x + 80, y - 1, 20, 2), plain);
 }
 
 void letterNotice(Canvas &canvas, const char *text, const char *next)
@@ -46,9 +46,10 @@ void letterNotice(Canvas &canvas, const char *text, const char *next)
 Canvas drawNoDeviceNotice()
 {
     Canvas canvas = emptyNotice();
-    const double x = noticeWidth / 2.0;
-    canvas.fill(camera(x - 40, 46), plain);
-    drawLens(canvas, x - 40, 46);
+    const double x = noticeWidth / 2.0 - 46;
+    canvas.fill(cameraBody(x, drawingMiddle), plain);
+    drawLens(canvas, x, drawingMiddle);
+    drawLooseCable(canvas, x + 13, drawingMiddle + 19);
     letterNotice(canvas, "No camera is connected", "Plug one in, then start the panel again.");
     sinkKey(canvas, noticeQuit);
     sinkKey(canvas, noticeOk);
@@ -59,8 +60,12 @@ Canvas drawNoMoreCameraNotice()
 {
     Canvas canvas = emptyNotice();
     const double x = noticeWidth / 2.0;
-    const Shape ghost = camera(x, 46);
-    canvas.fill(without(ghost, grown(ghost, -1.4)), quiet);
+    for (const double neighbour : { x - 70, x + 70 }) {
+        canvas.fill(cameraBody(neighbour, drawingMiddle), rgb(0x7c838a));
+        drawLens(canvas, neighbour, drawingMiddle);
+    }
+    const Shape missing = cameraBody(x, drawingMiddle);
+    canvas.fill(without(missing, grown(missing, -1.5)), plain);
     letterNotice(canvas, "This camera position is empty", "Choose another one.");
     sinkKey(canvas, onlyNoticeOk);
     return canvas;

@@ -28,10 +28,10 @@ inline const Colour lamp = rgb(0x3ddc84);
 inline const Colour ink = rgb(0x00672f);
 inline const Colour print = rgb(0x101214);
 
-inline const Style digitStyle { 9, 6, 2.0, 1.5, 1, 1.3 };
-inline const Style wordStyle { 9, 6, 1.5, 1.3, 1, 1.0 };
-inline const Style labelStyle { 7, 5, 1.25, 1.0, 1, 1.0 };
-inline const Style captionStyle { 6, 4, 1.0, 1.0, 1, 0.96 };
+inline const Style digitStyle{ 9, 6, 2.0, 1.5, 1, 1.3 };
+inline const Style wordStyle{ 9, 6, 1.5, 1.3, 1, 1.0 };
+inline const Style labelStyle{ 7, 5, 1.25, 1.0, 1, 1.0 };
+inline const Style captionStyle{ 6, 4, 1.0, 1.0, 1, 0.96 };
 
 } // namespace art
 

@@ -40,10 +40,11 @@ std::vector<Picture> drawPictures()
     append(pictures, drawCameraLabels());
     append(pictures, drawToggles());
     append(pictures, drawSliderParts());
-    append(pictures, { { "background.png", drawControlPanel() },
-                       { "setting_background.png", drawSettingsPanel() },
-                       { "no_device.png", drawNoDeviceNotice() },
-                       { "no_more_camera.png", drawNoMoreCameraNotice() } });
+    append(pictures,
+        { { "background.png", drawControlPanel() },
+            { "setting_background.png", drawSettingsPanel() },
+            { "no_device.png", drawNoDeviceNotice() },
+            { "no_more_camera.png", drawNoMoreCameraNotice() } });
     pictures.push_back({ "min_img.ico", iconFile() });
     return pictures;
 }

@@ -14,7 +14,7 @@ namespace art {
 
 struct Picture
 {
-    QString name; // of the file in resources/img
+    QString name;     // of the file in resources/img
     QByteArray bytes; // of the file
 };
 

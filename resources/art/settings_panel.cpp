@@ -4,29 +4,37 @@
 #include "resources/art/body.h"
 #include "resources/art/pictures.h"
 
+#include <array>
+#include <cmath>
+
 namespace art {
 
 namespace {
 
 constexpr int labelRight = 86;
+constexpr int labelWidth = 72;
 
-const char *const rowNames[] = { "BACKLIGHT", "GAMMA",     "CONTRAST", "SATURATION",
-                                 "BRIGHTNESS", "SHARPNESS", "WHITE BAL." };
-
-void letterRight(Canvas &canvas, const char *text, const Style &style, int right, int top,
-                 const Colour &colour)
+struct Row
 {
-    const Mask line = lettered(text, style);
-    canvas.stamp(line, right - line.width, top, colour);
-}
+    const char *name;
+    const char *addition;
+};
 
-void drawRow(Canvas &canvas, const Place &slider, const char *name)
+// In the order of the sliders.
+constexpr std::array<Row, 7> rows{ { { "BACKLIGHT", "COMPENSATION" }, { "GAMMA", "" },
+    { "CONTRAST", "" }, { "SATURATION", "" }, { "BRIGHTNESS", "" }, { "SHARPNESS", "" },
+    { "WHITE BALANCE", "TEMPERATURE" } } };
+
+void drawRow(Canvas &canvas, const Place &slider, const Row &row)
 {
-    letterRight(canvas, name, labelStyle, labelRight, static_cast<int>(slider.centreY()) - 4, plain);
+    const int middle = static_cast<int>(slider.centreY());
+    const Style style = fitted(row.name, labelStyle, labelWidth);
+    letterRight(canvas, row.name, style, labelRight, middle - 4, plain);
+    letterRight(canvas, row.addition, captionStyle, labelRight, middle + 6, quiet);
     // A scale under the slider; the handle's middle runs from 12 pixels inside one end to the
     // other.
     for (int step = 0; step <= 10; ++step) {
-        const double x = slider.x + 11 + step * (slider.width - 23) / 10.0;
+        const double x = std::round(slider.x + 11 + step * (slider.width - 23) / 10.0);
         const double length = step % 5 == 0 ? 5 : 3;
         canvas.fill(box(x, slider.y + slider.height + 1, 1, length), rgb(0x7c838a));
     }
@@ -37,13 +45,11 @@ void drawRow(Canvas &canvas, const Place &slider, const char *name)
 Canvas drawSettingsPanel()
 {
     Canvas canvas = plate(settingsPanelWidth, panelHeight);
-    const Style title { 8, 6, 1.5, 1.2, 2, 1.0 };
-    letterCentred(canvas, "IMAGE SETTINGS", title, settingsPanelWidth / 2.0, 11, plain);
-    size_t row = 0;
-    for (const Place &slider : settingSliders)
-        drawRow(canvas, slider, rowNames[row++]);
+    drawHead(canvas, "IMAGE SETTINGS");
+    for (size_t i = 0; i < rows.size(); ++i)
+        drawRow(canvas, settingSliders[i], rows[i]);
     letterRight(canvas, "ANTI-FLICKER", labelStyle, antiFlicker.x - 12,
-                static_cast<int>(antiFlicker.centreY()) - 4, plain);
+        static_cast<int>(antiFlicker.centreY()) - 4, plain);
     scoreLine(canvas, 24, 376, settingsPanelWidth - 48);
     sinkKey(canvas, defaults);
     sinkKey(canvas, settingsOk);

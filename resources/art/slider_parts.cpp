@@ -24,8 +24,8 @@ Canvas drawHandle()
 Canvas drawUprightHandle()
 {
     Canvas canvas = drawHandle();
-    canvas.fill(box(4, 7, 15, 1), rgb(0x2a2e32));
-    canvas.fill(box(4, 8, 15, 1), rgb(0xffffff, 0.8));
+    canvas.fill(box(4, 8, 15, 1.5), rgb(0xffffff, 0.8));
+    canvas.fill(box(4, 6.5, 15, 2), rgb(0x2a2e32));
     return canvas;
 }
 
@@ -57,10 +57,8 @@ Canvas drawFilledGroove()
 
 std::vector<Drawing> drawSliderParts()
 {
-    return { { "slider_af.png", drawUprightHandle() },
-             { "slider_button.png", drawLevelHandle() },
-             { "slider_bg.png", drawGroove() },
-             { "slider_now.png", drawFilledGroove() } };
+    return { { "slider_af.png", drawUprightHandle() }, { "slider_button.png", drawLevelHandle() },
+        { "slider_bg.png", drawGroove() }, { "slider_now.png", drawFilledGroove() } };
 }
 
 } // namespace art

@@ -8,15 +8,15 @@ namespace art {
 
 namespace {
 
-// Both toggles are drawn around one line, 17 pixels below the panel's upper edge, where the
+// Both toggles are drawn around one line, some 17 pixels below the panel's upper edge, where the
 // minimise and close signs stand too.
-constexpr double muteLine = 5.5;
-constexpr double topLine = 7.5;
+constexpr double muteLine = 5.0;
+constexpr double topLine = 6.75;
 
 Shape speaker()
 {
-    return either(box(1, muteLine - 2.5, 4, 5),
-                  polygon({ { 3, muteLine }, { 9, muteLine - 5.5 }, { 9, muteLine + 5.5 } }));
+    return either(box(1, muteLine - 2, 4, 4),
+        polygon({ { 3, muteLine }, { 8.5, muteLine - 5.5 }, { 8.5, muteLine + 5.5 } }));
 }
 
 // The sound is cut off: a crossed speaker.
@@ -43,9 +43,9 @@ Canvas drawNoMute()
 // Notices stay on top: a pin that is stuck in.
 Shape pin()
 {
-    const Shape head = either(box(4.5, 1, 8, 2, 0.8), box(6, 2, 5, 5));
-    const Shape collar = polygon({ { 5.6, 6 }, { 11.4, 6 }, { 13.5, 9.2 }, { 3.5, 9.2 } });
-    const Shape needle = box(7.75, 9, 1.5, 5.5);
+    const Shape head = either(box(4.5, 0, 8, 2, 0.8), box(6, 1, 5, 5));
+    const Shape collar = polygon({ { 5.6, 5 }, { 11.4, 5 }, { 13.5, 8.2 }, { 3.5, 8.2 } });
+    const Shape needle = box(7.75, 8, 1.5, 5.5);
     return either(either(head, collar), needle);
 }
 
@@ -60,7 +60,7 @@ Canvas drawNoTop()
 {
     Canvas canvas(17, 17);
     const Shape slash = stroke({ { 2.5, topLine - 6 }, { 14.5, topLine + 6 } }, 1.6);
-    canvas.fill(without(without(pin(), grown(pin(), -1.2)), grown(slash, 1.2)), plain);
+    canvas.fill(without(pin(), grown(slash, 1.0)), plain);
     canvas.fill(slash, plain);
     return canvas;
 }
@@ -69,10 +69,8 @@ Canvas drawNoTop()
 
 std::vector<Drawing> drawToggles()
 {
-    return { { "mute.png", drawMute() },
-             { "no_mute.png", drawNoMute() },
-             { "top.png", drawTop() },
-             { "no_top.png", drawNoTop() } };
+    return { { "mute.png", drawMute() }, { "no_mute.png", drawNoMute() }, { "top.png", drawTop() },
+        { "no_top.png", drawNoTop() } };
 }
 
 } // namespace art
