@@ -1,0 +1,302 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+
+// The emulated bus beneath the real libuvc.
+
+#include "virtual_camera/testbed.h"
+
+#include <cerrno>
+#include <gmock/gmock.h>
+#include <libuvc/libuvc.h>
+#include <string>
+#include <thread>
+
+using namespace virtual_camera;
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+class Libuvc
+{
+public:
+    Libuvc()
+    {
+        EXPECT_EQ(uvc_init(&m_context, nullptr), UVC_SUCCESS);
+        list();
+    }
+    ~Libuvc()
+    {
+        uvc_free_device_list(m_list, 1);
+        uvc_exit(m_context);
+    }
+    Libuvc(const Libuvc &) = delete;
+    Libuvc &operator=(const Libuvc &) = delete;
+
+    void list()
+    {
+        if (m_list != nullptr)
+            uvc_free_device_list(m_list, 1);
+        EXPECT_EQ(uvc_get_device_list(m_context, &m_list), UVC_SUCCESS);
+    }
+    int count() const
+    {
+        int found = 0;
+        while (m_list[found] != nullptr)
+            ++found;
+        return found;
+    }
+    uvc_device_t *device(int index) const { return m_list[index]; }
+    uvc_device_handle_t *open(int index)
+    {
+        uvc_device_handle_t *handle = nullptr;
+        m_status = uvc_open(m_list[index], &handle);
+        return handle;
+    }
+    int status() const { return m_status; }
+    std::string product(int index) const
+    {
+        uvc_device_descriptor_t *descriptor = nullptr;
+        EXPECT_EQ(uvc_get_device_descriptor(m_list[index], &descriptor), UVC_SUCCESS);
+        const std::string name = descriptor->product != nullptr ? descriptor->product : "(none)";
+        uvc_free_device_descriptor(descriptor);
+        return name;
+    }
+    std::string serial(int index) const
+    {
+        uvc_device_descriptor_t *descriptor = nullptr;
+        EXPECT_EQ(uvc_get_device_descriptor(m_list[index], &descriptor), UVC_SUCCESS);
+        const std::string name = descriptor->serialNumber;
+        uvc_free_device_descriptor(descriptor);
+        return name;
+    }
+
+private:
+    uvc_context_t *m_context = nullptr;
+    uvc_device_t **m_list = nullptr;
+    int m_status = 0;
+};
+
+int brightness(uvc_device_handle_t *handle)
+{
+    std::int16_t value = -1;
+    const uvc_error_t status = uvc_get_brightness(handle, &value, UVC_GET_CUR);
+    return status < 0 ? int{ status } : value;
+}
+
+TEST(LibuvcOnTheEmulatedBus, ListsTheCamerasInTheirOrder)
+{
+    Testbed bed(9);
+    const Libuvc uvc;
+    ASSERT_EQ(uvc.count(), 9);
+    for (int i = 0; i < 9; ++i)
+        EXPECT_EQ(uvc.serial(i), "00000" + std::to_string(i + 1));
+}
+
+TEST(LibuvcOnTheEmulatedBus, SkipsWhatIsNoCamera)
+{
+    Testbed bed({ DeviceDescription::storage(), DeviceDescription::ptzCamera(),
+        DeviceDescription::otherCamera(), DeviceDescription::storage(),
+        DeviceDescription::ptzCamera() });
+    const Libuvc uvc;
+    ASSERT_EQ(uvc.count(), 3);
+    EXPECT_EQ(uvc.product(0), "Virtual PTZ Camera");
+    EXPECT_EQ(uvc.product(1), "Desk camera");
+    EXPECT_EQ(uvc.product(2), "Virtual PTZ Camera");
+}
+
+TEST(LibuvcOnTheEmulatedBus, SendsWhatTheLogSays)
+{
+    Testbed bed(1);
+    Libuvc uvc;
+    uvc_device_handle_t *camera = uvc.open(0);
+    ASSERT_NE(camera, nullptr);
+    EXPECT_EQ(uvc_set_pantilt_rel(camera, 1, 21, 0, 0), UVC_SUCCESS);
+    EXPECT_EQ(uvc_set_pantilt_abs(camera, -3600, 7200), UVC_SUCCESS);
+    EXPECT_EQ(uvc_set_roll_abs(camera, 103), UVC_SUCCESS);
+    EXPECT_EQ(brightness(camera), 128);
+    EXPECT_LT(uvc_set_power_line_frequency(camera, 9), 0);
+    uvc_close(camera);
+    EXPECT_THAT(bed.log().lines(),
+        ElementsAre("cam1 SET_CUR pantilt_relative pan=+1 pan_speed=21 tilt=0 tilt_speed=0 [01 15 "
+                    "00 00] ok",
+            "cam1 SET_CUR pantilt_absolute pan=-3600 tilt=7200 [f0 f1 ff ff 20 1c 00 00] ok",
+            "cam1 SET_CUR roll_absolute value=103 (recall preset 3) [67 00] ok",
+            "cam1 GET_CUR brightness value=128 [80 00] ok",
+            "cam1 SET_CUR power_line_frequency value=9 [09] stall"));
+}
+
+TEST(LibuvcOnTheEmulatedBus, ReadsTheStringsOfACameraThatIsOpen)
+{
+    Testbed bed(1);
+    Libuvc uvc;
+    uvc_device_handle_t *camera = uvc.open(0);
+    ASSERT_NE(camera, nullptr);
+    // libuvc's own thread waits on the first file while a second one is used.
+    for (int i = 0; i < 20; ++i) {
+        EXPECT_EQ(uvc.product(0), "Virtual PTZ Camera");
+        EXPECT_EQ(brightness(camera), 128);
+    }
+    uvc_close(camera);
+}
+
+TEST(LibuvcOnTheEmulatedBus, OpensTwoCamerasAtATime)
+{
+    Testbed bed(2);
+    Libuvc uvc;
+    uvc_device_handle_t *first = uvc.open(0);
+    uvc_device_handle_t *second = uvc.open(1);
+    ASSERT_NE(first, nullptr);
+    ASSERT_NE(second, nullptr);
+    EXPECT_EQ(uvc_set_brightness(first, 10), UVC_SUCCESS);
+    EXPECT_EQ(uvc_set_brightness(second, 20), UVC_SUCCESS);
+    EXPECT_EQ(brightness(first), 10);
+    EXPECT_EQ(brightness(second), 20);
+    uvc_close(first);
+    uvc_close(second);
+}
+
+TEST(LibuvcOnTheEmulatedBus, GivesTheCameraBackWhenItIsClosed)
+{
+    Testbed bed(1);
+    Libuvc uvc;
+    for (int i = 0; i < 3; ++i) {
+        uvc_device_handle_t *camera = uvc.open(0);
+        ASSERT_NE(camera, nullptr);
+        EXPECT_EQ(brightness(camera), 128);
+        uvc_close(camera);
+    }
+    EXPECT_TRUE(bed.log().waitForLine("cam1 CLOSE file=6"));
+}
+
+TEST(LibuvcOnTheEmulatedBus, MayBeRefusedToOpen)
+{
+    Testbed bed(1);
+    Libuvc uvc;
+    bed.device(1).refuseOpen(EACCES);
+    EXPECT_EQ(uvc.open(0), nullptr);
+    EXPECT_EQ(uvc.status(), UVC_ERROR_ACCESS);
+    bed.device(1).refuseOpen(EBUSY);
+    EXPECT_EQ(uvc.open(0), nullptr);
+    EXPECT_EQ(uvc.status(), UVC_ERROR_IO);
+    EXPECT_THAT(bed.log().all(), IsEmpty());
+
+    bed.device(1).refuseOpen(0);
+    uvc_device_handle_t *camera = uvc.open(0);
+    ASSERT_NE(camera, nullptr);
+    uvc_close(camera);
+}
+
+TEST(LibuvcOnTheEmulatedBus, MayFindTheCameraInUse)
+{
+    Testbed bed(1);
+    Libuvc uvc;
+    bed.device(1).refuseClaim();
+    EXPECT_EQ(uvc.open(0), nullptr);
+    EXPECT_EQ(uvc.status(), UVC_ERROR_BUSY);
+    bed.device(1).clearFaults();
+    uvc_device_handle_t *camera = uvc.open(0);
+    ASSERT_NE(camera, nullptr);
+    uvc_close(camera);
+}
+
+TEST(LibuvcOnTheEmulatedBus, SeesStallsAndShortAnswers)
+{
+    Testbed bed(1);
+    Libuvc uvc;
+    uvc_device_handle_t *camera = uvc.open(0);
+    ASSERT_NE(camera, nullptr);
+    std::uint16_t gamma = 0xaaaa;
+
+    bed.device(1).stall(Control::Gamma, RequestCode::GetMin);
+    EXPECT_EQ(uvc_get_gamma(camera, &gamma, UVC_GET_MIN), UVC_ERROR_PIPE);
+    EXPECT_EQ(uvc_get_gamma(camera, &gamma, UVC_GET_MAX), UVC_SUCCESS);
+    bed.device(1).stall(Control::Gamma);
+    EXPECT_EQ(uvc_get_gamma(camera, &gamma, UVC_GET_MAX), UVC_ERROR_PIPE);
+    EXPECT_EQ(brightness(camera), 128);
+    bed.device(1).stallEverything();
+    EXPECT_EQ(brightness(camera), UVC_ERROR_PIPE);
+    bed.device(1).unstall();
+    EXPECT_EQ(uvc_get_gamma(camera, &gamma, UVC_GET_MAX), UVC_SUCCESS);
+
+    bed.log().clear();
+    bed.device(1).answerShort(Control::Gamma, 1);
+    EXPECT_EQ(uvc_get_gamma(camera, &gamma, UVC_GET_MAX), 1);
+    bed.device(1).answerShort(Control::Gamma, 0);
+    EXPECT_EQ(uvc_get_gamma(camera, &gamma, UVC_GET_MAX), 0);
+    bed.device(1).answerFully();
+    EXPECT_EQ(uvc_get_gamma(camera, &gamma, UVC_GET_MAX), UVC_SUCCESS);
+    EXPECT_EQ(gamma, 500);
+    EXPECT_THAT(bed.log().lines(),
+        ElementsAre("cam1 GET_MAX gamma [f4] short", "cam1 GET_MAX gamma short",
+            "cam1 GET_MAX gamma value=500 [f4 01] ok"));
+    uvc_close(camera);
+}
+
+TEST(LibuvcOnTheEmulatedBus, WaitsForASlowCamera)
+{
+    Testbed bed(1);
+    Libuvc uvc;
+    uvc_device_handle_t *camera = uvc.open(0);
+    ASSERT_NE(camera, nullptr);
+    bed.device(1).delay(40ms);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(brightness(camera), 128);
+    EXPECT_GE(std::chrono::steady_clock::now() - start, 40ms);
+    uvc_close(camera);
+}
+
+TEST(LibuvcOnTheEmulatedBus, LosesTheCameraThatIsUnplugged)
+{
+    Testbed bed(2);
+    Libuvc uvc;
+    uvc_device_handle_t *camera = uvc.open(0);
+    ASSERT_NE(camera, nullptr);
+    bed.device(1).unplug();
+    EXPECT_EQ(brightness(camera), UVC_ERROR_NO_DEVICE);
+    EXPECT_EQ(brightness(camera), UVC_ERROR_NO_DEVICE);
+    uvc.list();
+    ASSERT_EQ(uvc.count(), 1);
+    EXPECT_EQ(uvc.serial(0), "000002");
+    uvc_close(camera);
+}
+
+TEST(LibuvcOnTheEmulatedBus, FindsTheCameraThatIsPluggedInAgain)
+{
+    Testbed bed(1);
+    bed.device(1).unplug();
+    Libuvc uvc;
+    EXPECT_EQ(uvc.count(), 0);
+    for (const int address : { 2, 17, 127 }) {
+        bed.device(1).replug(address);
+        Libuvc again;
+        ASSERT_EQ(again.count(), 1) << "address " << address;
+        EXPECT_EQ(uvc_get_device_address(again.device(0)), address);
+        uvc_device_handle_t *camera = again.open(0);
+        ASSERT_NE(camera, nullptr);
+        EXPECT_EQ(brightness(camera), 128);
+        uvc_close(camera);
+        bed.device(1).unplug();
+    }
+}
+
+TEST(LibuvcOnTheEmulatedBus, FailsTheRequestDuringWhichTheCameraIsUnplugged)
+{
+    Testbed bed(1);
+    Libuvc uvc;
+    uvc_device_handle_t *camera = uvc.open(0);
+    ASSERT_NE(camera, nullptr);
+    bed.device(1).delay(1h);
+    std::thread hand([&bed] {
+        while (bed.device(1).requestsUnderWay() == 0)
+            std::this_thread::yield();
+        bed.device(1).unplug();
+    });
+    EXPECT_EQ(brightness(camera), UVC_ERROR_NO_DEVICE);
+    hand.join();
+    uvc_close(camera);
+    EXPECT_THAT(bed.log().lines(), ElementsAre("cam1 GET_CUR brightness gone"));
+}
+
+} // namespace
