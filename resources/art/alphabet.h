@@ -1,8 +1,7 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-#ifndef RESOURCES_ART_ALPHABET_H
-#define RESOURCES_ART_ALPHABET_H
+#pragma once
 
 namespace art {
 
@@ -22,5 +21,3 @@ struct Letter
 const Letter *findLetter(char character);
 
 } // namespace art
-
-#endif

@@ -1,8 +1,7 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-#ifndef RESOURCES_ART_BODY_H
-#define RESOURCES_ART_BODY_H
+#pragma once
 
 #include "resources/art/layout.h"
 #include "resources/art/palette.h"
@@ -23,5 +22,3 @@ void drawHead(Canvas &canvas, const char *title);
 void scoreLine(Canvas &canvas, double x, double y, double width);
 
 } // namespace art
-
-#endif

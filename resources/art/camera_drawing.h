@@ -1,8 +1,7 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-#ifndef RESOURCES_ART_CAMERA_DRAWING_H
-#define RESOURCES_ART_CAMERA_DRAWING_H
+#pragma once
 
 #include "resources/art/palette.h"
 
@@ -14,5 +13,3 @@ Shape cameraBody(double x, double y, double scale = 1.0);
 void drawLens(Canvas &canvas, double x, double y, double scale = 1.0, const Colour &pupil = cut);
 
 } // namespace art
-
-#endif

@@ -1,8 +1,7 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-#ifndef RESOURCES_ART_CANVAS_H
-#define RESOURCES_ART_CANVAS_H
+#pragma once
 
 #include <QImage>
 #include <functional>
@@ -105,5 +104,3 @@ private:
 };
 
 } // namespace art
-
-#endif

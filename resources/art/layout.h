@@ -1,8 +1,7 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-#ifndef RESOURCES_ART_LAYOUT_H
-#define RESOURCES_ART_LAYOUT_H
+#pragma once
 
 #include "resources/art/canvas.h"
 
@@ -87,5 +86,3 @@ constexpr Place noticeOk{ "btn_ok", 214, 144, 80, 23 };
 constexpr Place onlyNoticeOk{ "btn_ok", 124, 144, 80, 23 };
 
 } // namespace art
-
-#endif

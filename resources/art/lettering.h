@@ -1,26 +1,15 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-#ifndef RESOURCES_ART_LETTERING_H
-#define RESOURCES_ART_LETTERING_H
+#pragma once
 
-#include "resources/art/canvas.h"
+#include "resources/art/letter_drawing.h"
 
 #include <string>
 
 // The panel's lettering: drawn from the strokes of alphabet.h and fitted to the pixel grid, so
 // that stems and bars fill whole pixels at any size.
 namespace art {
-
-struct Style
-{
-    int capHeight;      // pixels
-    int xHeight;        // pixels; how high a small letter without ascender is
-    double stem;        // pixels, width of upright strokes
-    double bar;         // pixels, width of level strokes
-    int gap = 1;        // pixels between letters
-    double width = 1.0; // letter widths, relative to the alphabet's
-};
 
 // One line of text, as wide and high as its ink.
 Mask lettered(const std::string &text, const Style &style);
@@ -37,5 +26,3 @@ void letterFrom(Canvas &canvas, const std::string &text, const Style &style, int
     const Colour &colour);
 
 } // namespace art
-
-#endif

@@ -1,8 +1,7 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-#ifndef RESOURCES_ART_PALETTE_H
-#define RESOURCES_ART_PALETTE_H
+#pragma once
 
 #include "resources/art/lettering.h"
 
@@ -34,5 +33,3 @@ inline const Style labelStyle{ 7, 5, 1.25, 1.0, 1, 1.0 };
 inline const Style captionStyle{ 6, 4, 1.0, 1.0, 1, 0.96 };
 
 } // namespace art
-
-#endif

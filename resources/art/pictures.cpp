@@ -23,9 +23,10 @@ QByteArray pngFile(const QImage &image)
     QByteArray bytes;
     QBuffer buffer(&bytes);
     QImage plainImage = image;
-    // Without a resolution the file holds pixels and nothing of this machine's screen.
-    plainImage.setDotsPerMeterX(0);
-    plainImage.setDotsPerMeterY(0);
+    // A fixed resolution: else the file would tell that of the screen at which it was drawn.
+    constexpr int seventyTwoPerInch = 2835;
+    plainImage.setDotsPerMeterX(seventyTwoPerInch);
+    plainImage.setDotsPerMeterY(seventyTwoPerInch);
     QImageWriter writer(&buffer, "png");
     writer.setCompression(100); // the most that zlib can do
     if (!writer.write(plainImage))

@@ -1,8 +1,7 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-#ifndef RESOURCES_ART_PICTURES_H
-#define RESOURCES_ART_PICTURES_H
+#pragma once
 
 #include "resources/art/canvas.h"
 
@@ -47,5 +46,3 @@ QByteArray pngFile(const QImage &image);
 QByteArray iconFile();
 
 } // namespace art
-
-#endif
