@@ -5,10 +5,14 @@
 # root as include directory.
 add_library(ptz_warnings INTERFACE)
 target_include_directories(ptz_warnings INTERFACE ${PROJECT_SOURCE_DIR})
-target_compile_options(ptz_warnings INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
-  -Woverloaded-virtual -Wformat=2 -Wsuggest-override
-  $<$<BOOL:${PTZ_WARNINGS_AS_ERRORS}>:-Werror>)
+if(MSVC)
+  target_compile_options(ptz_warnings INTERFACE /W4 /utf-8)
+else()
+  target_compile_options(ptz_warnings INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
+    -Woverloaded-virtual -Wformat=2 -Wsuggest-override
+    $<$<BOOL:${PTZ_WARNINGS_AS_ERRORS}>:-Werror>)
+endif()
 
 if(PTZ_SANITIZE)
   # vptr is left out: it needs the type information of Qt's private classes.

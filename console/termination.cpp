@@ -25,6 +25,19 @@ std::array<int, 2> wake = { -1, -1 };
 
 constexpr unsigned graceSeconds = 2;
 
+bool openPipe()
+{
+    if (wake[0] >= 0)
+        return true;
+    if (pipe(wake.data()) != 0)
+        return false;
+    for (const int end : wake) {
+        fcntl(end, F_SETFD, FD_CLOEXEC);
+        fcntl(end, F_SETFL, O_NONBLOCK);
+    }
+    return true;
+}
+
 void writeSignal(int number)
 {
     const auto byte = static_cast<char>(number);
@@ -45,7 +58,7 @@ void endBy(int number)
 void onSignal(QObject *context, std::function<void()> last)
 {
     std::signal(SIGPIPE, SIG_IGN);
-    if (wake[0] < 0 && pipe2(wake.data(), O_CLOEXEC | O_NONBLOCK) != 0)
+    if (!openPipe())
         return;
     auto *const notifier = new QSocketNotifier(wake[0], QSocketNotifier::Read, context);
     QObject::connect(notifier, &QSocketNotifier::activated, context, [last = std::move(last)] {
