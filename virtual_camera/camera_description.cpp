@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "virtual_camera/camera_description.h"
 
+#include "virtual_camera/words.h"
+
 #include <charconv>
 #include <vector>
 
@@ -52,17 +54,6 @@ std::optional<std::int64_t> parseNumber(std::string_view text)
 namespace {
 
 using Problem = std::optional<std::string>;
-
-std::vector<std::string_view> split(std::string_view text, char separator)
-{
-    std::vector<std::string_view> parts;
-    for (std::size_t end = 0; (end = text.find(separator)) != std::string_view::npos;) {
-        parts.push_back(text.substr(0, end));
-        text.remove_prefix(end + 1);
-    }
-    parts.push_back(text);
-    return parts;
-}
 
 Problem setRange(Range &range, const Field &field, std::string_view text)
 {

@@ -123,14 +123,16 @@ W controlInterfaceDescriptors(const CameraDescription &description, std::int64_t
 
 W streamingInterfaceDescriptors()
 {
+    constexpr std::int64_t slowestBits = 10000000; // per second
+    constexpr std::int64_t fastestBits = 60000000;
     W formats;
     formats.add(classInterface, // compressed pictures
         { W::u8(6), W::u8(1), W::u8(1), W::u8(1), W::u8(1), W::u8(0), W::u8(0), W::u8(0),
             W::u8(0) });
     formats.add(classInterface,
         { W::u8(7), W::u8(1), W::u8(0), W::u16(pictureWidth), W::u16(pictureHeight),
-            W::u32(pictureBytes * 8), W::u32(std::int64_t{ pictureBytes } * 30),
-            W::u32(pictureBytes), W::u32(frameInterval), W::u8(1), W::u32(frameInterval) });
+            W::u32(slowestBits), W::u32(fastestBits), W::u32(pictureBytes), W::u32(frameInterval),
+            W::u8(1), W::u32(frameInterval) });
 
     constexpr std::int64_t headerSize = 14;
     W all;

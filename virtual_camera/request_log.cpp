@@ -31,7 +31,8 @@ void RequestLog::add(LogRecord record)
         std::chrono::steady_clock::now() - m_start);
     if (m_writer)
         m_writer(record);
-    m_records.push_back(std::move(record));
+    if (m_keep)
+        m_records.push_back(std::move(record));
     m_grown.notify_all();
 }
 
@@ -97,6 +98,12 @@ bool RequestLog::waitForLine(const std::string &line) const
             return isWorthALine(record) && toText(record) == line;
         });
     });
+}
+
+void RequestLog::keepRecords(bool keep)
+{
+    const std::lock_guard lock(m_mutex);
+    m_keep = keep;
 }
 
 void RequestLog::setWriter(std::function<void(const LogRecord &)> writer)

@@ -80,6 +80,8 @@ public:
     // For a line, as lines() and allLines() have it.
     bool waitForLine(const std::string &line) const;
 
+    // Off: records are only handed to the writer, and none can be asked for. On at first.
+    void keepRecords(bool keep);
     // Is handed every record as it comes, one at a time.
     void setWriter(std::function<void(const LogRecord &)> writer);
 
@@ -87,6 +89,7 @@ private:
     mutable std::mutex m_mutex;
     mutable std::condition_variable m_grown;
     Records m_records;
+    bool m_keep = true;
     std::uint64_t m_lastSequence = 0;
     std::chrono::steady_clock::time_point m_start;
     std::function<void(const LogRecord &)> m_writer;

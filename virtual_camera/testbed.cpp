@@ -293,13 +293,34 @@ Testbed::Testbed(std::vector<DeviceDescription> devices, Clock clock)
 
 Testbed::~Testbed()
 {
-    for (const std::unique_ptr<Device> &device : m_devices)
-        device->unplug();
+    for (const std::unique_ptr<Device> &device : m_devices) {
+        const std::lock_guard lock(device->m_inside->plugMutex);
+        if (device->m_inside->plug)
+            device->m_inside->pullOut();
+    }
     // umockdev's thread ends with the bus; only then may the devices go.
     m_bus.reset();
 }
 
 Device &Testbed::device(int number) { return *m_devices.at(static_cast<std::size_t>(number - 1)); }
+
+int Device::openFiles() const
+{
+    const std::lock_guard plugLock(m_inside->plugMutex);
+    const std::lock_guard lock(m_inside->mutex);
+    int count = m_inside->plug ? m_inside->plug->node->openFiles() : 0;
+    for (const std::shared_ptr<UsbfsNode> &node : m_inside->oldNodes)
+        count += node->openFiles();
+    return count;
+}
+
+int Testbed::openFiles() const
+{
+    int count = 0;
+    for (const std::unique_ptr<Device> &device : m_devices)
+        count += device->openFiles();
+    return count;
+}
 
 std::string Testbed::rootDirectory() const { return m_bus->rootDirectory(); }
 

@@ -72,6 +72,7 @@ private:
     friend class Testbed;
     struct Inside;
     explicit Device(std::unique_ptr<Inside> inside);
+    int openFiles() const;
     void change(const std::function<void(Faults &)> &how);
 
     std::unique_ptr<Inside> m_inside;
@@ -94,6 +95,8 @@ public:
     // Counted from 1, as in the log. Throws std::out_of_range.
     Device &device(int number);
     RequestLog &log() { return m_log; }
+    // Files that programs have open on the devices, those that were unplugged too.
+    int openFiles() const;
     // Where the emulated /sys and /dev are.
     std::string rootDirectory() const;
 

@@ -31,6 +31,7 @@ public:
     UMockdevIoctlBase *handler() const { return m_handler; }
     // Transfers under way fail and the node's name is gone. Call with the mutex held.
     void unplug();
+    int openFiles() const { return static_cast<int>(m_files.size()); }
     int requestsUnderWay() const { return m_device.requestsUnderWay(); }
 
 private:

@@ -1,0 +1,58 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "virtual_camera/camera_description.h"
+#include "virtual_camera/control_table.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace virtual_camera {
+
+class Testbed;
+
+// One line that tells the virtual camera what to do while it runs, such as "unplug 2" or
+// "stall 1 brightness GET_CUR".
+struct ControlCommand
+{
+    enum class Verb {
+        Help,
+        List,
+        State,
+        Unplug,
+        Replug,
+        Stall,
+        Unstall,
+        Short,
+        Full,
+        Delay,
+        RefuseOpen,
+        RefuseClaim,
+        SetRange,
+        Clear
+    };
+
+    Verb verb = Verb::Help;
+    int device = 0;                  // from 1; 0 for the verbs that need none
+    std::optional<Control> control;  // empty: all of them
+    std::optional<RequestCode> code; // empty: all of them
+    std::optional<int> number;       // address, bytes, milliseconds, errno, or 1 for "on"
+    Range range;
+};
+
+// The command, or what is wrong with the line, in words.
+std::variant<ControlCommand, std::string> parseControlCommand(std::string_view line);
+
+// Does it, and answers with one line without its end: "ok ..." when it is in force, else
+// "error: ...".
+std::string execute(const ControlCommand &command, Testbed &testbed);
+// Parses and executes.
+std::string executeLine(std::string_view line, Testbed &testbed);
+
+// One line for every command, for --help.
+std::string controlCommandHelp();
+
+} // namespace virtual_camera

@@ -1,0 +1,24 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace virtual_camera {
+
+// Programs see the emulated bus only beneath umockdev's preload library, and so does umockdev
+// itself when it announces that a device comes or goes.
+
+// Empty when the library can be loaded, else the loader's words.
+std::string preloadProblem();
+// Whether this process runs beneath it.
+bool preloaded();
+// Starts this program anew beneath it, with the same arguments; returns only on failure.
+void restartPreloaded(char **arguments);
+
+// The environment for a program that is to see the bus. The root directory is the testbed's.
+// Throws std::runtime_error when the library that refuses to open devices is missing.
+std::vector<std::string> preloadedEnvironment(const std::string &rootDirectory);
+
+} // namespace virtual_camera
