@@ -16,6 +16,7 @@
 #include <chrono>
 #include <cstdlib>
 
+#include "console/key_repeat.h"
 #include "console/termination.h"
 
 namespace desktop_fit {
@@ -114,6 +115,7 @@ HoldGuard::HoldGuard(QWidget &guarded) : window(guarded)
     static const int registered = std::atexit(releaseAtExit);
     Q_UNUSED(registered)
     activeGuard = this;
+    key_repeat::withoutReleases();
     QCoreApplication::instance()->installEventFilter(this);
     termination::onSignal(this, [this] { releaseAll(); });
     window.setFocus();

@@ -1,0 +1,31 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+
+#include "console/key_repeat.h"
+
+#ifdef PTZ_HAVE_XKB
+
+#include <QX11Info>
+
+// Last, because it defines words such as None and KeyPress.
+#include <X11/XKBlib.h>
+
+namespace key_repeat {
+
+void withoutReleases()
+{
+    if (QX11Info::isPlatformX11())
+        XkbSetDetectableAutoRepeat(QX11Info::display(), True, nullptr);
+}
+
+} // namespace key_repeat
+
+#else
+
+namespace key_repeat {
+
+void withoutReleases() { }
+
+} // namespace key_repeat
+
+#endif

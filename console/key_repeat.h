@@ -1,0 +1,15 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+namespace key_repeat {
+
+/// Has the X server send a held key as press, press, press, and one release at the end. By itself
+/// it sends a release before each repeated press, and the toolkit tells such a release from a real
+/// one by the press behind it: when it looks before that press has arrived, which on a busy
+/// machine is most of the time, the camera would stop and start again. Call once the application
+/// object is there. Does nothing elsewhere than on X11.
+void withoutReleases();
+
+} // namespace key_repeat
