@@ -1,0 +1,264 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+
+// The calls into libuvc themselves: contexts and lists, failures before the bus, and that no call
+// is made on what is not open.
+
+#include "device/usb_device.h"
+#include "tests/device/camera_fixture.h"
+#include "tests/device/operations.h"
+#include "tests/support/uvc_call_recorder.h"
+
+#include <libuvc/libuvc.h>
+
+#include <climits>
+#include <map>
+#include <regex>
+
+namespace {
+
+using testing::Each;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using uvc_call_recorder::failOnDemand;
+using virtual_camera::Control;
+using virtual_camera::DeviceDescription;
+
+// The calls since the last time, with contexts, lists, handles and descriptors numbered anew.
+std::vector<std::string> calls()
+{
+    static const std::regex number("(context|list|handle|descriptor)([0-9]+)");
+    std::map<std::string, std::map<std::string, int>> seen;
+    std::vector<std::string> lines = uvc_call_recorder::calls();
+    for (std::string &line : lines) {
+        std::string anew;
+        std::smatch match;
+        while (std::regex_search(line, match, number)) {
+            auto &numbers = seen[match[1]];
+            const int own = numbers.emplace(match[2], numbers.size() + 1).first->second;
+            anew += std::string(match.prefix()) + std::string(match[1]) + std::to_string(own);
+            line = match.suffix();
+        }
+        line = anew + line;
+    }
+    uvc_call_recorder::clear();
+    return lines;
+}
+
+class Calls : public PluggedIn
+{
+protected:
+    Calls() : PluggedIn(std::vector<DeviceDescription>(2)) { }
+    void SetUp() override { uvc_call_recorder::clear(); }
+    void TearDown() override
+    {
+        failOnDemand("");
+        PluggedIn::TearDown();
+        EXPECT_THAT(uvc_call_recorder::calls(), Each(Not(HasSubstr("no_"))));
+        EXPECT_THAT(uvc_call_recorder::calls(), Each(Not(HasSubstr("null"))));
+    }
+};
+
+// ---- construction ----
+
+TEST_F(Calls, ConstructionStartsLibuvcAndTakesTheList)
+{
+    makeDevice();
+    EXPECT_THAT(
+        calls(), ElementsAre("uvc_init(context1) = 0", "uvc_get_device_list(context1, list1) = 0"));
+    EXPECT_EQ(wire::opens(log()), 0) << "no camera is opened for it";
+}
+
+TEST_F(Calls, ADeviceWithoutAContextRefusesToOpen)
+{
+    failOnDemand("uvc_init=-99");
+    BaseDevice *const lame = makeDevice();
+    failOnDemand("");
+    EXPECT_THAT(calls(), ElementsAre("uvc_init() = -99")) << "no list is asked of no context";
+    EXPECT_FALSE(lame->OpenDevice("", 0));
+    lame->CloseDevice();
+    EXPECT_THAT(calls(), IsEmpty());
+}
+
+TEST_F(Calls, ADeviceWithoutAListRefusesToOpen)
+{
+    failOnDemand("uvc_get_device_list=-1");
+    BaseDevice *const lame = makeDevice();
+    failOnDemand("");
+    EXPECT_THAT(
+        calls(), ElementsAre("uvc_init(context1) = 0", "uvc_get_device_list(context1) = -1"));
+    for (const int index : { 0, 1, -1 })
+        EXPECT_FALSE(lame->OpenDevice("", index));
+    lame->CloseDevice();
+    EXPECT_THAT(calls(), IsEmpty());
+}
+
+// ---- enumeration ----
+
+struct Enumerated
+{
+    bool result;
+    std::string output;
+    std::size_t size;
+};
+Enumerated enumerate()
+{
+    std::vector<DeviceInfo> list(3);
+    testing::internal::CaptureStdout();
+    const bool result = BaseDevice::EnumUSBDevices(list);
+    return { result, testing::internal::GetCapturedStdout(), list.size() };
+}
+
+TEST_F(Calls, EnumerationEndsItsOwnContextAndUsesNoOther)
+{
+    ASSERT_TRUE(enumerate().result);
+    EXPECT_THAT(calls(),
+        ElementsAre("uvc_init(context1) = 0", "uvc_get_device_list(context1, list1) = 0",
+            "uvc_get_device_descriptor(list1[0], descriptor1) = 0",
+            "uvc_free_device_descriptor(descriptor1)",
+            "uvc_get_device_descriptor(list1[1], descriptor2) = 0",
+            "uvc_free_device_descriptor(descriptor2)", "uvc_free_device_list(list1, 1)",
+            "uvc_exit(context1)"));
+}
+
+TEST_F(Calls, EnumerationOfNothingEndsItsContext)
+{
+    camera(1).unplug();
+    camera(2).unplug();
+    const Enumerated found = enumerate();
+    EXPECT_TRUE(found.result);
+    EXPECT_EQ(found.size, 0U);
+    EXPECT_EQ(found.output, "one: init success\none: get list success\n");
+    EXPECT_THAT(calls(),
+        ElementsAre("uvc_init(context1) = 0", "uvc_get_device_list(context1, list1) = 0",
+            "uvc_free_device_list(list1, 1)", "uvc_exit(context1)"));
+}
+
+TEST_F(Calls, EnumerationFailsSilentlyWithoutAContext)
+{
+    failOnDemand("uvc_init=-99");
+    const Enumerated found = enumerate();
+    EXPECT_FALSE(found.result);
+    EXPECT_EQ(found.size, 0U);
+    EXPECT_EQ(found.output, "");
+    EXPECT_THAT(calls(), ElementsAre("uvc_init() = -99"));
+}
+
+TEST_F(Calls, EnumerationKeepsItsContextWhenTheListFails)
+{
+    failOnDemand("uvc_get_device_list=-1");
+    const Enumerated found = enumerate();
+    EXPECT_FALSE(found.result);
+    EXPECT_EQ(found.size, 0U);
+    EXPECT_EQ(found.output, "one: init success\n");
+    EXPECT_THAT(
+        calls(), ElementsAre("uvc_init(context1) = 0", "uvc_get_device_list(context1) = -1"));
+}
+
+TEST_F(Calls, ADeviceWithoutADescriptorIsPassedOver)
+{
+    failOnDemand("uvc_get_device_descriptor#1=-1");
+    const Enumerated found = enumerate();
+    EXPECT_TRUE(found.result);
+    EXPECT_EQ(found.size, 1U);
+}
+
+// ---- open and close ----
+
+TEST_F(Calls, OpeningIsOneCallAndClosingAnother)
+{
+    ASSERT_TRUE(device->OpenDevice("1", 1));
+    EXPECT_TRUE(device->StopFocus());
+    device->CloseDevice();
+    EXPECT_THAT(calls(),
+        ElementsAre("uvc_open(list1[1], handle1) = 0", "uvc_set_focus_rel(handle1, 0, 0) = 0",
+            "uvc_close(handle1)"));
+}
+
+TEST_F(Calls, AnOpenCameraIsNotClosedByTheNextOpen)
+{
+    ASSERT_TRUE(device->OpenDevice("0", 0));
+    ASSERT_TRUE(device->OpenDevice("1", 1));
+    device->StopFocus();
+    device->CloseDevice();
+    EXPECT_THAT(calls(),
+        ElementsAre("uvc_open(list1[0], handle1) = 0", "uvc_open(list1[1], handle2) = 0",
+            "uvc_set_focus_rel(handle2, 0, 0) = 0", "uvc_close(handle2)"));
+}
+
+TEST_F(Calls, AFailedOpenLeavesTheHandleAndTheNextCloseEndsIt)
+{
+    ASSERT_TRUE(device->OpenDevice("0", 0));
+    failOnDemand("uvc_open=-12");
+    EXPECT_FALSE(device->OpenDevice("1", 1));
+    failOnDemand("");
+    EXPECT_TRUE(device->StopFocus());
+    device->CloseDevice();
+    EXPECT_THAT(calls(),
+        ElementsAre("uvc_open(list1[0], handle1) = 0", "uvc_open(list1[1]) = -12",
+            "uvc_set_focus_rel(handle1, 0, 0) = 0", "uvc_close(handle1)"));
+}
+
+TEST_F(Calls, AnIndexOutsideTheListIsNotOpened)
+{
+    for (const int index : { 2, 3, 1000, INT_MAX, -1, -2, INT_MIN })
+        EXPECT_FALSE(device->OpenDevice("", index)) << index;
+    device->CloseDevice();
+    EXPECT_THAT(calls(), IsEmpty());
+}
+
+TEST_F(Calls, ASecondCloseIsNotHandedOn)
+{
+    ASSERT_TRUE(device->OpenDevice("0", 0));
+    device->CloseDevice();
+    device->CloseDevice();
+    EXPECT_THAT(calls(), ElementsAre("uvc_open(list1[0], handle1) = 0", "uvc_close(handle1)"));
+}
+
+TEST_F(Calls, AFailedReadOfBrightnessKeepsUvcOpenFromBeingCalled)
+{
+    ASSERT_TRUE(device->OpenDevice("0", 0));
+    camera().stall(Control::Brightness);
+    long out = 0;
+    EXPECT_FALSE(device->GetBrightness(&out));
+    device->CloseDevice();
+    calls();
+    EXPECT_FALSE(device->OpenDevice("0", 0));
+    EXPECT_THAT(calls(), IsEmpty());
+}
+
+// ---- operations ----
+
+TEST_F(Calls, EveryOperationOfAClosedDeviceMakesNone)
+{
+    const auto useAll = [this] {
+        for (const Operation &operation : operations()) {
+            if (operation.slot != 0) {
+                const Outcome outcome = call(*device, operation.member, operation.argument);
+                EXPECT_EQ(outcome.result, operation.refused) << operation;
+                EXPECT_EQ(outcome.out, untouched) << operation;
+            }
+        }
+    };
+    useAll(); // never opened
+    EXPECT_THAT(calls(), IsEmpty());
+    device = makeDevice(); // one whose brightness was not asked for in vain
+    ASSERT_TRUE(device->OpenDevice("0", 0));
+    device->CloseDevice();
+    calls();
+    useAll(); // closed again
+    EXPECT_THAT(calls(), IsEmpty());
+}
+
+TEST_F(Calls, BothRequestsForTheOriginAreTheSame)
+{
+    ASSERT_TRUE(device->OpenDevice("0", 0));
+    calls();
+    device->SetP0();
+    device->SetT0();
+    EXPECT_THAT(calls(), Each("uvc_set_pantilt_abs(handle1, 0, 0) = 0"));
+}
+
+} // namespace
