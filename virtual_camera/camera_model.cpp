@@ -76,10 +76,8 @@ CameraModel::CameraModel(CameraDescription description, Clock clock)
 {
     for (const ControlTraits &control : allControls()) {
         m_motion[indexOf(control.control)].assign(control.length(), 0);
-        m_state.values[indexOf(control.control)] = m_description.range(control.control).cur;
+        store(control.control, m_description.range(control.control).cur);
     }
-    m_state.autoFocus = m_state.value(Control::FocusAuto) != 0;
-    m_state.autoWhiteBalance = m_state.value(Control::WhiteBalanceTemperatureAuto) != 0;
 }
 
 Answer CameraModel::refuse(RequestError error)
@@ -265,19 +263,22 @@ void CameraModel::apply(const ControlTraits &control, const std::vector<std::int
     case Control::FocusAbsolute:
         m_mechanics.travelFocus(values[0]);
         return;
-    case Control::FocusAuto:
-        m_state.autoFocus = values[0] != 0;
-        break;
-    case Control::WhiteBalanceTemperatureAuto:
-        m_state.autoWhiteBalance = values[0] != 0;
-        break;
     case Control::RollAbsolute:
         applyVendorCommand(number(0));
         break;
     default:
         break;
     }
-    m_state.values[indexOf(control.control)] = values[0];
+    store(control.control, values[0]);
+}
+
+void CameraModel::store(Control control, std::int64_t value)
+{
+    m_state.values[indexOf(control)] = value;
+    if (control == Control::FocusAuto)
+        m_state.autoFocus = value != 0;
+    else if (control == Control::WhiteBalanceTemperatureAuto)
+        m_state.autoWhiteBalance = value != 0;
 }
 
 void CameraModel::applyVendorCommand(int code)
@@ -294,8 +295,7 @@ void CameraModel::applyVendorCommand(int code)
         m_state.mute = command.on;
         break;
     case VendorCommand::Kind::AutoFocus:
-        m_state.autoFocus = command.on;
-        m_state.values[indexOf(Control::FocusAuto)] = command.on ? 1 : 0;
+        store(Control::FocusAuto, command.on ? 1 : 0);
         break;
     case VendorCommand::Kind::Home:
         m_mechanics.travel({ m_description.range(Control::PantiltAbsolute).def,
@@ -336,7 +336,7 @@ CameraState CameraModel::state()
 void CameraModel::setRange(Control control, const Range &range)
 {
     m_description.range(control) = range;
-    m_state.values[indexOf(control)] = range.cur;
+    store(control, range.cur);
 }
 
 void CameraModel::cutPower() { m_mechanics.stop(); }

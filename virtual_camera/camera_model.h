@@ -56,6 +56,8 @@ private:
         const ControlTraits &control, const std::vector<std::int64_t> &values) const;
     void apply(const ControlTraits &control, const std::vector<std::int64_t> &values);
     void applyVendorCommand(int code);
+    // The control has this value now, and what it switches is switched.
+    void store(Control control, std::int64_t value);
 
     CameraDescription m_description;
     Mechanics m_mechanics;

@@ -1,0 +1,204 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+
+// How the camera moves, and what its vendor commands do.
+
+#include "tests/virtual_camera/model_test_support.h"
+#include "virtual_camera/vendor_command.h"
+
+#include <gmock/gmock.h>
+
+using namespace virtual_camera;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr std::int64_t degree = 3600;
+
+TEST(CameraMotion, PansUntilItIsStopped)
+{
+    CameraOnTheBench camera;
+    camera.set(Control::PantiltRelative, { 1, 24, 0, 0 });
+    camera.pass(1s);
+    EXPECT_EQ(camera.model.state().place().pan, 120 * degree);
+    EXPECT_EQ(camera.model.state().place().tilt, 0);
+    EXPECT_TRUE(camera.model.state().moving());
+    camera.set(Control::PantiltRelative, { 0, 0, 0, 0 });
+    camera.pass(1s);
+    EXPECT_EQ(camera.model.state().place().pan, 120 * degree);
+    EXPECT_FALSE(camera.model.state().moving());
+}
+
+TEST(CameraMotion, RunsAtTheSpeedThatItWasGiven)
+{
+    for (const int speed : { 0, 1, 12, 21, 24 }) {
+        CameraOnTheBench camera;
+        camera.set(Control::PantiltRelative, { -1, speed, 0, 0 });
+        camera.pass(1s);
+        EXPECT_EQ(camera.model.state().place().pan, -speed * 5 * degree) << speed;
+    }
+}
+
+TEST(CameraMotion, CannotRunFasterThanItsMotors)
+{
+    CameraOnTheBench camera;
+    camera.set(Control::PantiltRelative, { 1, 255, 1, 255 });
+    camera.pass(500ms);
+    EXPECT_EQ(camera.model.state().place().pan, 60 * degree);
+    EXPECT_EQ(camera.model.state().place().tilt, 45 * degree);
+}
+
+TEST(CameraMotion, StopsOneAxisWhenOnlyTheOtherIsAskedFor)
+{
+    CameraOnTheBench camera;
+    camera.set(Control::PantiltRelative, { 1, 12, 0, 0 });
+    camera.pass(1s);
+    camera.set(Control::PantiltRelative, { 0, 0, 1, 10 });
+    camera.pass(1s);
+    EXPECT_EQ(camera.model.state().place().pan, 60 * degree);
+    EXPECT_EQ(camera.model.state().place().tilt, 45 * degree);
+}
+
+TEST(CameraMotion, EndsAtTheEnds)
+{
+    CameraOnTheBench camera;
+    camera.set(Control::PantiltRelative, { 1, 24, -1, 20 });
+    camera.set(Control::ZoomRelative, { 1, 1, 7 });
+    camera.set(Control::FocusRelative, { -1, 7 });
+    camera.pass(1min);
+    const CameraState state = camera.model.state();
+    EXPECT_EQ(state.place(), (Place{ 170 * degree, -30 * degree, 16384, 0 }));
+    EXPECT_FALSE(state.moving());
+}
+
+TEST(CameraMotion, TravelsToAPlaceAndStaysThere)
+{
+    CameraOnTheBench camera;
+    camera.set(Control::PantiltAbsolute, { 60 * degree, 0 });
+    camera.pass(250ms);
+    EXPECT_EQ(camera.model.state().place().pan, 30 * degree);
+    camera.pass(10s);
+    EXPECT_EQ(camera.model.state().place().pan, 60 * degree);
+    EXPECT_FALSE(camera.model.state().moving());
+}
+
+TEST(CameraMotion, IsStoppedOnItsWayToAPlace)
+{
+    CameraOnTheBench camera;
+    camera.set(Control::ZoomAbsolute, { 16384 });
+    camera.pass(1250ms);
+    camera.set(Control::ZoomRelative, { 0, 1, 5 });
+    camera.pass(10s);
+    EXPECT_EQ(camera.model.state().place().zoom, 8192);
+}
+
+TEST(CameraMotion, ReportsAPlaceOutsideItsRangeUntilItMoves)
+{
+    CameraDescription description;
+    description.range(Control::ZoomAbsolute).cur = 0xffff;
+    CameraOnTheBench camera(description);
+    EXPECT_EQ(camera.read(Control::ZoomAbsolute), std::vector<std::int64_t>{ 0xffff });
+    camera.set(Control::ZoomRelative, { 1, 1, 7 });
+    camera.pass(1s);
+    EXPECT_EQ(camera.model.state().place().zoom, 0xffff);
+    camera.set(Control::ZoomRelative, { -1, 1, 7 });
+    camera.pass(1min);
+    EXPECT_EQ(camera.model.state().place().zoom, 0);
+}
+
+TEST(CameraMotion, EndsWithThePower)
+{
+    CameraOnTheBench camera;
+    camera.vendor(5);
+    camera.set(Control::PantiltRelative, { 1, 24, 0, 0 });
+    camera.pass(100ms);
+    camera.model.cutPower();
+    camera.pass(1min);
+    EXPECT_EQ(camera.model.state().place().pan, 12 * degree);
+    EXPECT_TRUE(camera.model.state().mute);
+}
+
+struct SwitchCase
+{
+    int on;
+    int off;
+    bool CameraState::*member;
+};
+
+class VendorSwitch : public testing::TestWithParam<SwitchCase>
+{ };
+
+TEST_P(VendorSwitch, GoesOnAndOff)
+{
+    CameraOnTheBench camera;
+    const SwitchCase &test = GetParam();
+    EXPECT_TRUE(camera.vendor(test.off));
+    EXPECT_FALSE(camera.model.state().*test.member);
+    EXPECT_TRUE(camera.vendor(test.on));
+    EXPECT_TRUE(camera.model.state().*test.member);
+    EXPECT_TRUE(camera.vendor(test.off));
+    EXPECT_FALSE(camera.model.state().*test.member);
+}
+
+INSTANTIATE_TEST_SUITE_P(Codes, VendorSwitch,
+    testing::Values(SwitchCase{ 0, 1, &CameraState::mirror },
+        SwitchCase{ 2, 3, &CameraState::flip }, SwitchCase{ 5, 4, &CameraState::mute },
+        SwitchCase{ 6, 7, &CameraState::autoFocus }, SwitchCase{ 10, 11, &CameraState::menu },
+        SwitchCase{ 16, 17, &CameraState::framing }, SwitchCase{ 18, 19, &CameraState::freeze }));
+
+TEST(VendorCommands, DoNothingToACameraThatIsSwitchedOn)
+{
+    CameraOnTheBench camera;
+    const CameraState state = camera.model.state();
+    EXPECT_FALSE(
+        state.mirror || state.flip || state.mute || state.menu || state.framing || state.freeze);
+    EXPECT_TRUE(state.autoFocus);
+}
+
+TEST(VendorCommands, StoreRecallAndClearPresets)
+{
+    CameraOnTheBench camera;
+    camera.set(Control::PantiltAbsolute, { 10 * degree, 20 * degree });
+    camera.set(Control::ZoomAbsolute, { 1000 });
+    camera.pass(1min);
+    EXPECT_TRUE(camera.vendor(20 + 3));
+    EXPECT_EQ(camera.model.state().presets.at(3), (Place{ 10 * degree, 20 * degree, 1000, 2048 }));
+
+    camera.vendor(8);
+    camera.pass(1min);
+    EXPECT_EQ(camera.model.state().place(), (Place{ 0, 0, 0, 2048 }));
+
+    EXPECT_TRUE(camera.vendor(100 + 3));
+    camera.pass(1min);
+    EXPECT_EQ(camera.model.state().place(), (Place{ 10 * degree, 20 * degree, 1000, 2048 }));
+
+    EXPECT_TRUE(camera.vendor(60 + 3));
+    EXPECT_TRUE(camera.model.state().presets.empty());
+    camera.vendor(8);
+    camera.pass(1min);
+    EXPECT_TRUE(camera.vendor(100 + 3));
+    camera.pass(1min);
+    EXPECT_EQ(camera.model.state().place(), (Place{ 0, 0, 0, 2048 }));
+}
+
+TEST(VendorCommands, AreTakenEvenWhenTheyMeanNothing)
+{
+    CameraOnTheBench camera;
+    for (const int code : { -32768, -1, 9, 12, 15, 300, 4464, 32767 }) {
+        EXPECT_TRUE(camera.vendor(code)) << code;
+        EXPECT_FALSE(camera.model.state().moving()) << code;
+    }
+}
+
+TEST(VendorCommands, HaveWords)
+{
+    EXPECT_EQ(decodeVendorCommand(5).words(), "mute on");
+    EXPECT_EQ(decodeVendorCommand(4).words(), "mute off");
+    EXPECT_EQ(decodeVendorCommand(29).words(), "store preset 9");
+    EXPECT_EQ(decodeVendorCommand(63).words(), "clear preset 3");
+    EXPECT_EQ(decodeVendorCommand(300).words(), "recall preset 200");
+    EXPECT_EQ(decodeVendorCommand(9).words(), "unknown command");
+    EXPECT_EQ(decodeVendorCommand(-1).words(), "unknown command");
+}
+
+} // namespace

@@ -1,0 +1,242 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+
+// Text in and out: log lines, options, control commands, the command line.
+
+#include "tests/virtual_camera/model_test_support.h"
+#include "virtual_camera/command_line.h"
+#include "virtual_camera/control_command.h"
+
+#include <cerrno>
+#include <gmock/gmock.h>
+
+using namespace virtual_camera;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+LogRecord requestRecord(ControlRequest request)
+{
+    LogRecord record;
+    record.device = 2;
+    record.file = 1;
+    record.request = std::move(request);
+    return record;
+}
+
+LogRecord setRecord(Control control, Bytes bytes)
+{
+    return requestRecord(setRequest(traits(control), std::move(bytes)));
+}
+
+TEST(LogText, SaysWhatEachControlWasSetTo)
+{
+    const auto text = [](Control control, Bytes bytes) {
+        return toText(setRecord(control, std::move(bytes)));
+    };
+    EXPECT_EQ(text(Control::PantiltRelative, { 0xff, 21, 1, 0 }),
+        "cam2 SET_CUR pantilt_relative pan=-1 pan_speed=21 tilt=+1 tilt_speed=0 [ff 15 01 00] ok");
+    EXPECT_EQ(text(Control::ZoomRelative, { 1, 1, 255 }),
+        "cam2 SET_CUR zoom_relative zoom=+1 digital=1 speed=255 [01 01 ff] ok");
+    EXPECT_EQ(text(Control::FocusRelative, { 0, 0 }),
+        "cam2 SET_CUR focus_relative focus=0 speed=0 [00 00] ok");
+    EXPECT_EQ(
+        text(Control::Brightness, { 0xc0, 0xff }), "cam2 SET_CUR brightness value=-64 [c0 ff] ok");
+    EXPECT_EQ(
+        text(Control::Contrast, { 0xc0, 0xff }), "cam2 SET_CUR contrast value=65472 [c0 ff] ok");
+    EXPECT_EQ(text(Control::RollAbsolute, { 0x70, 0x11 }),
+        "cam2 SET_CUR roll_absolute value=4464 (recall preset 4364) [70 11] ok");
+    EXPECT_EQ(text(Control::RollAbsolute, { 0xff, 0xff }),
+        "cam2 SET_CUR roll_absolute value=-1 (unknown command) [ff ff] ok");
+}
+
+TEST(LogText, ShowsBytesThatMeanNothing)
+{
+    EXPECT_EQ(toText(setRecord(Control::Gamma, { 1, 2, 3 })), "cam2 SET_CUR gamma [01 02 03] ok");
+    ControlRequest unknown = getRequest(traits(Control::Gamma), RequestCode::GetCur);
+    unknown.value = 0x1f00;
+    unknown.request = 0x99;
+    LogRecord record = requestRecord(unknown);
+    record.result = LogRecord::Result::Stall;
+    EXPECT_EQ(toText(record), "cam2 request=0x99 unit=2 selector=0x1f interface=0 stall");
+}
+
+TEST(LogText, DecodesLengthAndInfo)
+{
+    ControlRequest request = getRequest(traits(Control::Gamma), RequestCode::GetLen);
+    request.data = { 2, 0 };
+    EXPECT_EQ(toText(requestRecord(request)), "cam2 GET_LEN gamma length=2 [02 00] ok");
+    request = getRequest(traits(Control::Gamma), RequestCode::GetInfo);
+    request.data = { 3 };
+    EXPECT_EQ(toText(requestRecord(request)), "cam2 GET_INFO gamma info=0x03 [03] ok");
+}
+
+TEST(LogText, HasLinesForPlugsAndFiles)
+{
+    LogRecord record;
+    record.device = 1;
+    record.file = 3;
+    record.time = std::chrono::microseconds(1000042);
+    record.event = LogRecord::Event::Open;
+    EXPECT_EQ(toTimedText(record), "1.000042 cam1 OPEN file=3");
+    record.event = LogRecord::Event::Close;
+    EXPECT_EQ(toText(record), "cam1 CLOSE file=3");
+    record.event = LogRecord::Event::Unplug;
+    EXPECT_EQ(toText(record), "cam1 UNPLUG");
+    record.event = LogRecord::Event::Replug;
+    EXPECT_EQ(toText(record), "cam1 REPLUG");
+}
+
+TEST(Numbers, AreWholeWords)
+{
+    EXPECT_EQ(parseNumber("12"), 12);
+    EXPECT_EQ(parseNumber("-12"), -12);
+    EXPECT_EQ(parseNumber("0x1f"), 31);
+    for (const char *wrong :
+        { "", "-", "--1", "1x", "x", " 1", "0x", "+1", "99999999999999999999" })
+        EXPECT_EQ(parseNumber(wrong), std::nullopt) << wrong;
+}
+
+TEST(CameraOptions, ChangeTheDescription)
+{
+    CameraDescription camera;
+    EXPECT_EQ(applyOption(camera, "product", "Saal 1: Bühne"), std::nullopt);
+    EXPECT_EQ(camera.product, "Saal 1: Bühne");
+    EXPECT_EQ(applyOption(camera, "product-id", "0x1234"), std::nullopt);
+    EXPECT_EQ(camera.productId, 0x1234);
+    EXPECT_EQ(applyOption(camera, "brightness", "-64:64:0:100:2"), std::nullopt);
+    EXPECT_EQ(camera.range(Control::Brightness).min, -64);
+    EXPECT_EQ(camera.range(Control::Brightness).cur, 100);
+    EXPECT_EQ(camera.range(Control::Brightness).res, 2);
+    EXPECT_EQ(applyOption(camera, "tilt", "-3600:3600:0:0"), std::nullopt);
+    EXPECT_EQ(camera.tilt.max, 3600);
+    EXPECT_EQ(applyOption(camera, "without", "gamma"), std::nullopt);
+    EXPECT_FALSE(camera.supports(Control::Gamma));
+}
+
+TEST(CameraOptions, SayWhatIsWrong)
+{
+    const auto problem = [](const char *key, const char *value) {
+        CameraDescription camera;
+        return applyOption(camera, key, value).value_or("");
+    };
+    EXPECT_THAT(problem("colour", "1"), HasSubstr("no such option"));
+    EXPECT_THAT(problem("brightness", "1:2:3"), HasSubstr("min:max"));
+    EXPECT_THAT(problem("brightness", "1:2:3:x"), HasSubstr("'x' is not a number"));
+    EXPECT_THAT(problem("contrast", "-1:2:3:4"), HasSubstr("outside 0..65535"));
+    EXPECT_THAT(problem("without", "colour"), HasSubstr("no control"));
+    EXPECT_THAT(problem("product-id", "65536"), HasSubstr("0xffff"));
+    EXPECT_THAT(problem("zoom_relative", "1:2:3:4"), HasSubstr("no range"));
+}
+
+ControlCommand command(const char *line)
+{
+    const auto parsed = parseControlCommand(line);
+    EXPECT_TRUE(std::holds_alternative<ControlCommand>(parsed)) << line;
+    const auto *found = std::get_if<ControlCommand>(&parsed);
+    return found != nullptr ? *found : ControlCommand{};
+}
+
+TEST(ControlCommands, AreUnderstood)
+{
+    using Verb = ControlCommand::Verb;
+    EXPECT_EQ(command("unplug 2").verb, Verb::Unplug);
+    EXPECT_EQ(command("  unplug\t2 \r").device, 2);
+    EXPECT_EQ(command("replug 2").number, std::nullopt);
+    EXPECT_EQ(command("replug 2 17").number, 17);
+    EXPECT_EQ(command("stall 1 all").control, std::nullopt);
+    EXPECT_EQ(command("stall 1 gamma").control, Control::Gamma);
+    EXPECT_EQ(command("stall 1 gamma").code, std::nullopt);
+    EXPECT_EQ(command("stall 1 gamma get_min").code, RequestCode::GetMin);
+    EXPECT_EQ(command("short 1 gamma 0").number, 0);
+    EXPECT_EQ(command("delay 3 50").number, 50);
+    EXPECT_EQ(command("refuse-open 1 EACCES").number, EACCES);
+    EXPECT_EQ(command("refuse-open 1 none").number, 0);
+    EXPECT_EQ(command("busy 1 on").number, 1);
+    EXPECT_EQ(command("range 1 brightness -5:5:0:9").range.cur, 9);
+}
+
+TEST(ControlCommands, SayWhatIsWrong)
+{
+    for (const char *line : { "", "   ", "dance", "unplug", "unplug x", "unplug 0", "unplug -1",
+             "unplug 1 2", "replug 1 0", "replug 1 128", "stall 1", "stall 1 colour",
+             "stall 1 gamma GET", "stall 1 all GET_CUR", "short 1 gamma", "short 1 gamma -1",
+             "delay 1 -5", "delay 1 99999999999", "refuse-open 1 EWHAT", "busy 1 maybe",
+             "range 1 gamma 1:2", "list 1", "unplug 99999999999999999999" }) {
+        const auto parsed = parseControlCommand(line);
+        ASSERT_TRUE(std::holds_alternative<std::string>(parsed)) << line;
+        EXPECT_FALSE(std::get<std::string>(parsed).empty()) << line;
+    }
+}
+
+TEST(ControlCommands, AreAllExplained)
+{
+    for (const char *word : { "help", "list", "state", "unplug", "replug", "stall", "unstall",
+             "short", "full", "delay", "refuse-open", "busy", "range", "clear" })
+        EXPECT_THAT(controlCommandHelp(), HasSubstr(std::string("  ") + word)) << word;
+}
+
+std::string problemWith(std::vector<std::string> arguments)
+{
+    const auto parsed = parseCommandLine(arguments);
+    const auto *problem = std::get_if<std::string>(&parsed);
+    return problem != nullptr ? *problem : "";
+}
+
+CommandLine understood(const std::vector<std::string> &arguments)
+{
+    const auto parsed = parseCommandLine(arguments);
+    const auto *line = std::get_if<CommandLine>(&parsed);
+    EXPECT_NE(line, nullptr) << std::get<std::string>(parsed);
+    return line != nullptr ? *line : CommandLine{};
+}
+
+TEST(CommandLineText, IsUnderstood)
+{
+    EXPECT_EQ(understood({ "--", "lsusb" }).devices.size(), 1U);
+    EXPECT_EQ(understood({ "--cameras", "9", "lsusb", "-v" }).devices.size(), 9U);
+    EXPECT_EQ(understood({ "--cameras=9", "lsusb", "-v" }).command,
+        (std::vector<std::string>{ "lsusb", "-v" }));
+    EXPECT_EQ(understood({ "--", "--cameras" }).command, std::vector<std::string>{ "--cameras" });
+    EXPECT_EQ(understood({ "--log=-", "--control", "/s", "true" }).socket, "/s");
+    EXPECT_EQ(understood({ "--help" }).mode, CommandLine::Mode::Help);
+    EXPECT_EQ(understood({ "--version" }).mode, CommandLine::Mode::Version);
+    EXPECT_EQ(understood({ "--tell", "/s", "unplug", "2" }).mode, CommandLine::Mode::Tell);
+}
+
+TEST(CommandLineText, DescribesDevices)
+{
+    const CommandLine line = understood({ "--option", "product=All", "--option", "3.product=One=1",
+        "--devices", "storage,camera,other-camera", "true" });
+    ASSERT_EQ(line.devices.size(), 3U);
+    EXPECT_EQ(line.devices[0].kind, DeviceDescription::Kind::Storage);
+    EXPECT_EQ(line.devices[1].camera.product, "All");
+    EXPECT_EQ(line.devices[1].camera.productId, 0x8888);
+    EXPECT_EQ(line.devices[2].camera.product, "One=1");
+    EXPECT_NE(line.devices[2].camera.productId, 0x8888);
+}
+
+TEST(CommandLineText, SaysWhatIsWrong)
+{
+    EXPECT_THAT(problemWith({ "--foo" }), HasSubstr("unknown option '--foo'"));
+    EXPECT_THAT(problemWith({ "-x=1" }), HasSubstr("unknown option '-x'"));
+    EXPECT_THAT(problemWith({ "--cameras", "0", "true" }), HasSubstr("1 to 32"));
+    EXPECT_THAT(problemWith({ "--cameras", "200", "true" }), HasSubstr("1 to 32"));
+    EXPECT_THAT(problemWith({ "--cameras", "two", "true" }), HasSubstr("'two'"));
+    EXPECT_THAT(problemWith({ "--cameras" }), HasSubstr("needs a value"));
+    EXPECT_THAT(
+        problemWith({ "--cameras", "1", "--devices", "camera", "true" }), HasSubstr("both"));
+    EXPECT_THAT(problemWith({}), HasSubstr("no command"));
+    EXPECT_THAT(problemWith({ "--" }), HasSubstr("no command"));
+    EXPECT_THAT(problemWith({ "--devices", "camera,,camera", "true" }), HasSubstr("''"));
+    EXPECT_THAT(problemWith({ "--option", "product", "true" }), HasSubstr("KEY=VALUE"));
+    EXPECT_THAT(problemWith({ "--option", "2.product=x", "true" }), HasSubstr("no device '2'"));
+    EXPECT_THAT(problemWith({ "--devices", "storage", "--option", "1.product=x", "true" }),
+        HasSubstr("no camera"));
+    EXPECT_THAT(problemWith({ "--at-start", "dance", "true" }), HasSubstr("dance"));
+    EXPECT_THAT(problemWith({ "--log", "", "true" }), HasSubstr("--log"));
+    EXPECT_THAT(problemWith({ "--tell", "/s" }), HasSubstr("--tell"));
+}
+
+} // namespace
