@@ -24,8 +24,8 @@ Canvas drawLabel(int camera, int width, bool selected)
     const Style style{ 9, 6, selected ? 2.0 : 1.4, selected ? 1.6 : 1.2, 1, 1.0 };
     const Mask name = lettered(text, fitted(text, style, width - lampWidth));
     const int left = (width - lampWidth - name.width) / 2;
-    canvas.fill(selected ? disc(left + 4.5, 5.5, 4) : ring(left + 4.5, 5.5, 3, 1.2), colour);
-    canvas.stamp(name, left + lampWidth, 1, colour);
+    canvas.fill(selected ? disc(left + 4.5, 4.5, 4) : ring(left + 4.5, 4.5, 3, 1.2), colour);
+    canvas.stamp(name, left + lampWidth, 0, colour);
     return canvas;
 }
 

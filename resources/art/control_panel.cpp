@@ -119,9 +119,9 @@ void drawCameraKeys(Canvas &canvas)
     canvas.fill(box(0, 385, controlPanelWidth, 1), shade);
     const Shape area = grown(edge, -4);
     for (const Place &place : cameraButtons) {
-        const Shape cap = both(area, box(place.x + 2.0, 389, place.width - 4.0, 43, 3));
-        canvas.fill(cap, downward(389, 432, rgb(0xe4e6e8), rgb(0xc6cace)));
-        canvas.fill(both(cap, box(0, 389, controlPanelWidth, 1)), rgb(0xffffff, 0.8));
+        const Shape cap = both(area, box(place.x + 2.0, 390, place.width - 4.0, 42, 3));
+        canvas.fill(cap, downward(390, 432, rgb(0xe4e6e8), rgb(0xc6cace)));
+        canvas.fill(both(cap, box(0, 390, controlPanelWidth, 1)), rgb(0xffffff, 0.8));
     }
 }
 
