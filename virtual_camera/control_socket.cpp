@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstring>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/un.h>
 #include <system_error>
 #include <unistd.h>
@@ -41,9 +42,14 @@ const sockaddr *generic(const sockaddr_un &address)
 
 int newSocket() { return socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0); }
 
-// A name that nobody listens at any more was left by a program that was killed.
+// A socket at which nobody listens any more was left by a program that was killed. Other files
+// are none of our business, though connecting to one fails alike.
 void removeLeftover(const sockaddr_un &address)
 {
+    struct stat about
+    { };
+    if (lstat(address.sun_path, &about) != 0 || !S_ISSOCK(about.st_mode))
+        return;
     const int probe = newSocket();
     const bool refused =
         connect(probe, generic(address), sizeof address) != 0 && errno == ECONNREFUSED;

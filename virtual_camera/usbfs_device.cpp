@@ -62,6 +62,12 @@ int UsbfsDevice::checkClaim(int file, unsigned interfaceNumber)
 
 int UsbfsDevice::setInterface(int file, unsigned interfaceNumber, unsigned alternate)
 {
+    constexpr unsigned highestAlternate = 0xff; // that a descriptor can have
+    const int error = checkClaim(file, interfaceNumber);
+    if (error != 0)
+        return error;
+    if (alternate > highestAlternate)
+        return -EINVAL;
     ControlRequest request;
     request.requestType = 0x01;
     request.request = 11;
