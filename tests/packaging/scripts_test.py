@@ -96,7 +96,7 @@ class Scripts(unittest.TestCase):
         with open(self.installed, "w") as file:
             file.writelines(f"{status} {package}\n" for package in packages)
 
-    def run_script(self, *command, **environment):
+    def run_script(self, *command, beneath=(), **environment):
         """Runs a script of the project from another folder; DISPLAY is set unless it is None."""
         variables = {"PATH": self.path, "RECORD": self.record, "INSTALLED": self.installed,
                      "STAND_INS": self.path, "DISPLAY": ":42", "TMPDIR": os.path.dirname(self.root),
@@ -104,7 +104,7 @@ class Scripts(unittest.TestCase):
         variables.update(environment)
         variables = {name: value for name, value in variables.items() if value is not None}
         return subprocess.run(
-            [os.path.join(self.root, command[0]), *command[1:]], env=variables, cwd="/",
+            [*beneath, os.path.join(self.root, command[0]), *command[1:]], env=variables, cwd="/",
             stdin=subprocess.DEVNULL, capture_output=True, text=True, check=False, timeout=60)
 
     def recorded(self, program=""):
@@ -226,6 +226,10 @@ class Installing(Scripts):
                         for purpose in purposes])
                     self.assertEqual(self.recorded(), [])
 
+    def test_no_package_is_listed_twice(self):
+        packages = self.packages()
+        self.assertEqual(sorted(packages), sorted(set(packages)))
+
     def test_a_purpose_that_is_not_in_the_list_is_an_error(self):
         result = self.run_script(self.SCRIPT, "moon-landing")
         self.assertEqual(result.returncode, 1)
@@ -286,8 +290,6 @@ class Running(Scripts):
                 self.assertEqual(self.recorded("ptz-panel"), [])
 
     def test_without_a_display_one_is_started_and_named(self):
-        if os.path.exists(os.path.join(self.root, "tests")):
-            self.fail("the tour is not meant to be in this copy")
         self.install(self.packages("build", "virtual-camera", "virtual-display"))
         result = self.run_script("run.sh", DISPLAY=None)
         self.assertEqual((result.returncode, result.stderr), (0, ""))
@@ -302,6 +304,39 @@ class Running(Scripts):
         self.assertEqual(result.returncode, 1)
         self.assert_one_line(result.stderr, "did not start", "cannot open a socket")
         self.assertEqual(self.recorded("virtual-camera"), [])
+
+
+@unittest.skipUnless("VIRTUAL_CAMERA" in os.environ, "needs the built virtual-camera")
+class RealCameras(Scripts):
+    """run.sh --real, with virtual cameras for real ones."""
+
+    def run_real(self, *options):
+        beneath = [os.environ["VIRTUAL_CAMERA"], *options, "--"]
+        # The search path of preloaded libraries knows no spaces.
+        result = self.run_script("run.sh", "--real", beneath=beneath, TMPDIR=tempfile.gettempdir())
+        self.assertEqual((result.returncode, self.recorded("ptz-panel")), (0, ["ptz-panel "]))
+        return result.stderr
+
+    def test_a_camera_that_may_be_opened_needs_no_words(self):
+        self.assertEqual(self.run_real("--cameras", "2"), "")
+
+    def test_a_camera_that_may_not_be_opened_gets_one_line_with_the_commands(self):
+        for number, node in (1, "/dev/bus/usb/001/002"), (2, "/dev/bus/usb/001/003"):
+            with self.subTest(node):
+                open(self.record, "w").close()
+                said = self.run_real("--cameras", "2", "--at-start", f"refuse-open {number} EACCES")
+                self.assert_one_line(said, node, "udevadm control --reload", "udevadm trigger")
+                rule = re.search(r"install -m 644 '([^']*)' /etc/udev/rules.d/ ", said)[1]
+                self.assertTrue(os.path.samefile(os.path.dirname(rule),
+                                                 os.path.join(self.root, "packaging")))
+                self.assertTrue(os.path.exists(rule))
+
+    def test_other_devices_that_may_not_be_opened_are_nobodys_business(self):
+        for device in "other-camera", "storage":
+            with self.subTest(device):
+                open(self.record, "w").close()
+                self.assertEqual(
+                    self.run_real("--devices", device, "--at-start", "refuse-open 1 EACCES"), "")
 
 
 class Testing(Scripts):
