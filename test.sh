@@ -44,20 +44,47 @@ packaging/install_packages.sh build virtual-camera virtual-display test
 if command -v ccache >/dev/null; then export CMAKE_CXX_COMPILER_LAUNCHER=ccache; fi
 if [[ ${CI:-} == true ]]; then errors=ON; else errors=OFF; fi
 
-build() { # PRESET
-    echo "== build: $1"
-    cmake --preset "$1" -DBUILD_TESTING=ON -DPTZ_WARNINGS_AS_ERRORS=$errors >/dev/null \
-        && cmake --build --preset "$1"
+configure() { # PRESET
+    cmake --preset "$1" -DBUILD_TESTING=ON -DPTZ_WARNINGS_AS_ERRORS=$errors >/dev/null
+}
+
+build() { # PRESET [TARGET...]
+    local targets=()
+    if [[ $# -gt 1 ]]; then targets=(--target "${@:2}"); fi
+    echo "== build: $*"
+    cmake --build --preset "$1" "${targets[@]}"
 }
 
 run_tests() { # PRESET CTEST_OPTION...
-    echo "== test: $1"
+    echo "== test: $*"
     # One job more than there are processors: the longest tests mostly wait.
     ctest --preset "$1" -j $(($(nproc) + 1)) "${selection[@]}" "${@:2}"
 }
 
-# The end of a configuration's log: CTest's summary, or what went wrong before it.
-closing_lines() { # PRESET
+configure release
+if [[ $sanitize == no ]]; then
+    build release
+    run_tests release
+    exit
+fi
+
+# What runs beside the rest, by name: the process group, the output in build/NAME.log.
+declare -A beside=()
+end_what_runs_beside() {
+    local group
+    for group in "${beside[@]}"; do kill -TERM -- "-$group" 2>/dev/null || true; done
+}
+trap end_what_runs_beside EXIT
+
+run_beside() { # NAME COMMAND...
+    set -m # a process group of its own, which can be ended as a whole
+    "${@:2}" >"build/$1.log" 2>&1 &
+    beside[$1]=$!
+    set +m
+}
+
+# The end of a log: CTest's summary, or what went wrong before it.
+closing_lines() { # NAME
     echo
     echo "== $1"
     if grep -q '% tests passed' "build/$1.log"; then
@@ -67,29 +94,35 @@ closing_lines() { # PRESET
     fi
 }
 
-build release
+sanitized() {
+    configure sanitize && build sanitize && run_tests sanitize -LE 'release-only|soak' --no-tests=ignore
+}
 
-if [[ $sanitize == no ]]; then
-    run_tests release
-    exit
+# The soak takes by far the longest and leaves the processors time to spare, so it starts as soon
+# as there are the programs that it needs.
+rest=(-LE soak)
+if ctest --preset release -N -L soak "${selection[@]}" --no-tests=ignore | grep -q 'Test *#'; then
+    build release ptz-panel virtual-camera
+    run_beside soak run_tests release -L soak
+    rest+=(--no-tests=ignore)
 fi
-
-# The sanitized configuration is built and tested beside the tests of the shipped one, of which
-# some take minutes in which the processors have time to spare.
-set -m # a process group of its own, which can be ended as a whole
-(build sanitize && run_tests sanitize -LE release-only --no-tests=ignore) >build/sanitize.log 2>&1 &
-beside=$!
-set +m
-renice -n 5 -g "$beside" >/dev/null 2>&1 || true
-trap 'kill -TERM -- "-$beside" 2>/dev/null || true' EXIT
+build release
+run_beside sanitize sanitized
+renice -n 5 -g "${beside[sanitize]}" >/dev/null 2>&1 || true
 
 passed=()
 failed=()
-if run_tests release 2>&1 | tee build/release.log; then passed+=(release); else failed+=(release); fi
+result() { # NAME COMMAND...
+    if "${@:2}"; then passed=("$1" "${passed[@]}"); else failed+=("$1"); fi
+}
+logged_tests() { run_tests release "${rest[@]}" 2>&1 | tee build/release.log; }
+result release logged_tests
+for name in "${!beside[@]}"; do
+    tail -n +1 -f -s 0.2 --pid="${beside[$name]}" "build/$name.log"
+    result "$name" wait "${beside[$name]}"
+    unset "beside[$name]"
+done
 
-tail -n +1 -f -s 0.2 --pid="$beside" build/sanitize.log
-if wait "$beside"; then passed=(sanitize "${passed[@]}"); else failed+=(sanitize); fi
-trap - EXIT
-
-for configuration in "${passed[@]}" "${failed[@]}"; do closing_lines "$configuration"; done
+# A failure stands last, where it is looked for.
+for name in "${passed[@]}" "${failed[@]}"; do closing_lines "$name"; done
 [[ ${#failed[@]} -eq 0 ]]

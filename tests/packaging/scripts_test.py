@@ -38,7 +38,9 @@ STAND_INS = {
     "Xvfb": RECORD + "echo 42 >&3; exec sleep 1000",
     "openbox": "exec sleep 1000",
     "picom": "exec sleep 1000",
-    "ctest": RECORD + """
+    "ctest": """
+        if [[ " $* " == *" -N "* ]]; then echo "${SOAK:-}"; exit; fi
+        """ + RECORD + """
         echo "some test"
         if [[ ${CTEST_FAILS:-} == "$2" ]]; then
             echo "0% tests passed, 1 tests failed out of 1"
@@ -343,9 +345,10 @@ class Testing(Scripts):
     def test_the_output_ends_with_the_summary_of_ctest(self):
         result = self.run_script("test.sh")
         self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
-        self.assertEqual(result.stdout.splitlines()[-2:], [
-            "100% tests passed, 0 tests failed out of 1",
-            "Total Test time (real) =   0.01 sec (release)"])
+        for name in "release", "sanitize":
+            self.assertIn(f"== {name}\n100% tests passed, 0 tests failed out of 1\n"
+                          f"Total Test time (real) =   0.01 sec ({name})\n", result.stdout)
+        self.assertTrue(result.stdout.endswith("(release)\n"))
 
     def test_a_failure_in_any_configuration_fails_the_run_and_stands_last(self):
         for name in "release", "sanitize":
@@ -367,8 +370,18 @@ class Testing(Scripts):
         self.run_script("test.sh")
         release, = self.recorded("ctest --preset release ")
         sanitize, = self.recorded("ctest --preset sanitize ")
-        self.assertNotIn("-LE", release)
-        self.assertIn("-LE release-only", sanitize)
+        self.assertIn(" -LE soak", release)
+        self.assertIn(" -LE release-only|soak", sanitize)
+
+    def test_the_soak_starts_as_soon_as_the_programs_are_built(self):
+        result = self.run_script("test.sh", SOAK="  Test #1: soak")
+        self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
+        calls = self.recorded()
+        programs = calls.index("cmake --build --preset release --target ptz-panel virtual-camera")
+        self.assertLess(programs, calls.index("cmake --build --preset release"))
+        soak, = [call for call in calls if call.endswith(" -L soak")]
+        self.assertLess(programs, calls.index(soak))
+        self.assertIn("== soak\n100% tests passed", result.stdout)
 
     def test_a_run_without_any_test_is_a_failure(self):
         self.run_script("test.sh")
