@@ -9,7 +9,8 @@ namespace virtual_camera {
 
 Axis::Axis(std::int64_t min, std::int64_t max, std::int64_t position)
     : m_min(static_cast<double>(std::min(min, max))),
-      m_max(static_cast<double>(std::max(min, max))), m_position(static_cast<double>(position))
+      m_max(static_cast<double>(std::max(min, max))), m_position(static_cast<double>(position)),
+      m_span(std::max(m_max, m_position) - std::min(m_min, m_position))
 { }
 
 void Axis::run(double velocity)

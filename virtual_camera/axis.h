@@ -25,12 +25,14 @@ public:
     double position() const { return m_position; }
     double velocity() const { return m_velocity; }
     bool moving() const { return m_velocity != 0; }
-    double span() const { return m_max - m_min; }
+    // The longest way that it may have to go: between its ends, or from where it stood at first.
+    double span() const { return m_span; }
 
 private:
     double m_min;
     double m_max;
     double m_position;
+    double m_span;
     double m_velocity = 0;
     std::optional<double> m_target;
 };

@@ -148,16 +148,16 @@ int UsbfsDevice::submit(int file, Urb urb)
             return error;
     }
     const bool control = urb.endpoint == 0;
-    const std::uint64_t address = urb.address;
+    const std::uint64_t number = urb.number = ++m_lastUrb;
     m_files[file].waiting.push_back(std::move(urb));
     // Nothing ever comes from the other endpoints: no event happens, no picture is sent.
     if (!control)
         return 0;
     const std::chrono::milliseconds wait = takeTurn();
     if (wait.count() == 0)
-        finish(file, address);
+        finish(file, number);
     else
-        m_wiring.later(wait, [this, file, address] { finish(file, address); });
+        m_wiring.later(wait, [this, file, number] { finish(file, number); });
     return 0;
 }
 
@@ -170,14 +170,14 @@ std::chrono::milliseconds UsbfsDevice::takeTurn()
     return std::chrono::ceil<std::chrono::milliseconds>(m_busyUntil - now);
 }
 
-void UsbfsDevice::finish(int file, std::uint64_t address)
+void UsbfsDevice::finish(int file, std::uint64_t number)
 {
     const auto found = m_files.find(file);
     if (found == m_files.end())
         return;
     std::deque<Urb> &waiting = found->second.waiting;
     const auto urb = std::find_if(waiting.begin(), waiting.end(),
-        [address](const Urb &candidate) { return candidate.address == address; });
+        [number](const Urb &candidate) { return candidate.number == number; });
     if (urb == waiting.end())
         return;
     perform(file, *urb);

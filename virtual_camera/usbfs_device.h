@@ -20,7 +20,7 @@ namespace virtual_camera {
 // A transfer that a program has handed in.
 struct Urb
 {
-    std::uint64_t address = 0; // of the program's own record of it; tells transfers apart
+    std::uint64_t address = 0; // of the program's own record of it, by which it takes it back
     std::uint8_t endpoint = 0;
     ControlRequest request;       // for endpoint 0
     std::shared_ptr<void> memory; // kept until the transfer is given back
@@ -28,6 +28,9 @@ struct Urb
     int status = 0;              // 0, or a negative errno as the kernel reports it
     Bytes answer;                // what the device sent
     std::size_t transferred = 0; // bytes of data in either direction
+
+    // Set when the device takes it; tells it from others, even at the same address.
+    std::uint64_t number = 0;
 };
 
 // What the kernel does between programs and one device that is plugged in: open files with a
@@ -93,7 +96,7 @@ private:
     bool mayUse(int file, const ControlRequest &request, int &error);
     int checkClaim(int file, unsigned interfaceNumber);
     void perform(int file, Urb &urb);
-    void finish(int file, std::uint64_t address);
+    void finish(int file, std::uint64_t number);
     void logRequest(int file, const Urb &urb, LogRecord::Result result);
     void logEvent(int file, LogRecord::Event event);
     std::chrono::milliseconds takeTurn();
@@ -101,6 +104,7 @@ private:
     Wiring m_wiring;
     std::map<int, File> m_files;
     int m_lastFile = 0;
+    std::uint64_t m_lastUrb = 0;
     std::vector<int> m_holders; // of each interface
     std::chrono::steady_clock::time_point m_busyUntil;
     bool m_unplugged = false;

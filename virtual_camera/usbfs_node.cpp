@@ -29,10 +29,10 @@ Memory follow(UMockdevIoctlData *data, std::size_t offset, std::size_t size)
                            : Memory(umockdev_ioctl_data_resolve(data, offset, size, nullptr));
 }
 
-template<typename T> T read(const Memory &memory)
+template<typename T> T read(const UMockdevIoctlData &memory)
 {
     T value;
-    std::memcpy(&value, memory->data, sizeof value);
+    std::memcpy(&value, memory.data, sizeof value);
     return value;
 }
 
@@ -68,21 +68,16 @@ struct UsbfsNode::Call
     UMockdevIoctlData *argument;
     unsigned long request;
     int file;
+    // The pointer itself. umockdev writes over its own copy when it is followed.
+    std::uint64_t pointer = virtual_camera::read<std::uint64_t>(*argument);
 
     Memory memory(std::size_t size) const { return follow(argument, 0, size); }
-    // The pointer or number that was passed itself.
-    std::uint64_t word() const
-    {
-        std::uint64_t value = 0;
-        std::memcpy(&value, argument->data, sizeof value);
-        return value;
-    }
     template<typename T> bool read(T &value) const
     {
         const Memory found = memory(sizeof value);
         if (!found)
             return false;
-        value = virtual_camera::read<T>(found);
+        value = virtual_camera::read<T>(*found);
         return true;
     }
     template<typename T> bool write(const T &value) const
@@ -292,7 +287,7 @@ int UsbfsNode::submitUrb(Call &call)
     memory->urb = call.memory(sizeof(usbdevfs_urb));
     if (!memory->urb)
         return -EFAULT;
-    const auto wanted = read<usbdevfs_urb>(memory->urb);
+    const auto wanted = read<usbdevfs_urb>(*memory->urb);
     const auto size = static_cast<std::size_t>(wanted.buffer_length);
     if (wanted.buffer_length < 0 || size > largestBuffer)
         return -EINVAL;
@@ -302,7 +297,7 @@ int UsbfsNode::submitUrb(Call &call)
             return -EFAULT;
     }
     Urb urb;
-    urb.address = call.word();
+    urb.address = call.pointer;
     urb.endpoint = wanted.endpoint;
     if (wanted.type == USBDEVFS_URB_TYPE_CONTROL) {
         if ((wanted.endpoint & 0x7fU) != 0 || !memory->buffer)
@@ -319,7 +314,7 @@ int UsbfsNode::submitUrb(Call &call)
     return m_device.submit(call.file, std::move(urb));
 }
 
-int UsbfsNode::discardUrb(Call &call) { return m_device.discard(call.file, call.word()); }
+int UsbfsNode::discardUrb(Call &call) { return m_device.discard(call.file, call.pointer); }
 
 bool UsbfsNode::giveBack(Call &call)
 {
@@ -379,7 +374,7 @@ int UsbfsNode::controlTransfer(Call &call)
     const Memory memory = call.memory(sizeof wanted);
     if (!memory)
         return -EFAULT;
-    wanted = read<usbdevfs_ctrltransfer>(memory);
+    wanted = read<usbdevfs_ctrltransfer>(*memory);
     ControlRequest request{ wanted.bRequestType, wanted.bRequest, wanted.wValue, wanted.wIndex,
         wanted.wLength, {} };
     Memory data;

@@ -106,6 +106,16 @@ TEST(CameraMotion, ReportsAPlaceOutsideItsRangeUntilItMoves)
     EXPECT_EQ(camera.model.state().place().zoom, 0);
 }
 
+TEST(CameraMotion, ComesBackIntoARangeOfNothing)
+{
+    CameraDescription description;
+    description.range(Control::ZoomAbsolute) = { 100, 100, 100, 900 };
+    CameraOnTheBench camera(description);
+    EXPECT_FALSE(camera.set(Control::ZoomAbsolute, { 100 }).stalled);
+    camera.pass(1min);
+    EXPECT_EQ(camera.model.state().place().zoom, 100);
+}
+
 TEST(CameraMotion, EndsWithThePower)
 {
     CameraOnTheBench camera;

@@ -163,6 +163,21 @@ TEST_F(UsbfsDeviceTest, CancelsARequestThatASlowCameraHasNotAnswered)
     EXPECT_THAT(log.lines(), ElementsAre("cam1 GET_CUR brightness cancelled"));
 }
 
+TEST_F(UsbfsDeviceTest, DoesNotMistakeATransferForAnEarlierOneAtItsAddress)
+{
+    detachDrivers();
+    faults.delay = 1h;
+    ASSERT_EQ(kernel.submit(first, readBrightness(1)), 0);
+    ASSERT_EQ(kernel.discard(first, 1), 0);
+    EXPECT_EQ(reap(first), Reaped(1, -ENOENT));
+    ASSERT_EQ(kernel.submit(first, readBrightness(1)), 0);
+    ASSERT_EQ(scheduled.size(), 2U);
+    scheduled[0].second();
+    EXPECT_EQ(reap(first), Reaped(0, 0));
+    scheduled[1].second();
+    EXPECT_EQ(reap(first), Reaped(1, 0));
+}
+
 TEST_F(UsbfsDeviceTest, AnswersASlowCamerasRequestsOneAfterTheOther)
 {
     detachDrivers();
