@@ -35,6 +35,18 @@ std::string inWords(const vc::LogRecord &record)
     return record.result == vc::LogRecord::Result::Stall ? words + " stall" : words;
 }
 
+int openFiles(const vc::RequestLog::Records &records, int camera)
+{
+    int open = 0;
+    for (const vc::LogRecord &record : records) {
+        if (record.device != camera)
+            continue;
+        open += record.event == vc::LogRecord::Event::Open ? 1 : 0;
+        open -= record.event == vc::LogRecord::Event::Close ? 1 : 0;
+    }
+    return open;
+}
+
 } // namespace
 
 Requests operator+(Requests left, const Requests &right)
@@ -120,14 +132,11 @@ Requests PanelTest::sent()
     return arrived;
 }
 
-int PanelTest::openFiles(int cameraNumber)
+bool PanelTest::isHeld(int cameraNumber) { return openFiles(bus->log().all(), cameraNumber) > 0; }
+
+bool PanelTest::becomesFree(int cameraNumber)
 {
-    int open = 0;
-    for (const vc::LogRecord &record : bus->log().all()) {
-        if (record.device != cameraNumber)
-            continue;
-        open += record.event == vc::LogRecord::Event::Open ? 1 : 0;
-        open -= record.event == vc::LogRecord::Event::Close ? 1 : 0;
-    }
-    return open;
+    return bus->log().waitUntil([cameraNumber](const vc::RequestLog::Records &records) {
+        return openFiles(records, cameraNumber) == 0;
+    });
 }

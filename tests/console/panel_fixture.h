@@ -67,8 +67,10 @@ protected:
     QString style(const QWidget *widget) const { return widget->styleSheet(); }
 
     virtual_camera::Device &camera(int number) { return bus->device(number); }
-    /// How many files of the camera are open: 0 when the panel does not hold it.
-    int openFiles(int cameraNumber);
+    /// The panel holds the camera.
+    bool isHeld(int cameraNumber);
+    /// The camera was let go; waits for it, as the bus hears of it a moment later.
+    bool becomesFree(int cameraNumber);
 
     std::unique_ptr<virtual_camera::Testbed> bus;
     std::unique_ptr<MainWindow> window;

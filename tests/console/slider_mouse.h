@@ -8,38 +8,59 @@
 #include <QStyle>
 #include <QStyleOptionSlider>
 
-#include <cstdlib>
-
 #include "tests/widgets/mouse.h"
 
 namespace slider_mouse {
 
-/// Where the middle of the handle is when the slider stands at `value`.
-inline QPoint handleAt(const QSlider *slider, int value)
+/// What the style needs to know of a slider that stands at `value`.
+inline QStyleOptionSlider optionAt(const QSlider *slider, int value)
 {
     QStyleOptionSlider option;
     option.initFrom(slider);
-    option.subControls = QStyle::SC_None;
     option.orientation = slider->orientation();
+    if (slider->orientation() == Qt::Horizontal)
+        option.state |= QStyle::State_Horizontal; // style sheets ask for it
     option.minimum = slider->minimum();
     option.maximum = slider->maximum();
-    // The toolkit's vertical sliders have their minimum at the bottom.
-    option.upsideDown = slider->orientation() == Qt::Horizontal ? slider->invertedAppearance()
-                                                                : !slider->invertedAppearance();
-    option.direction = Qt::LeftToRight;
+    // The minimum of a vertical slider is at its lower end.
+    option.upsideDown = slider->orientation() == Qt::Vertical;
     option.sliderPosition = value;
     option.sliderValue = value;
-    return slider->style()
-        ->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, slider)
-        .center();
+    return option;
+}
+
+inline QRect partAt(const QSlider *slider, int value, QStyle::SubControl part)
+{
+    const QStyleOptionSlider option = optionAt(slider, value);
+    return slider->style()->subControlRect(QStyle::CC_Slider, &option, part, slider);
+}
+
+/// Where a hand takes the handle: its middle.
+inline QPoint handleAt(const QSlider *slider, int value)
+{
+    return partAt(slider, value, QStyle::SC_SliderHandle).center();
+}
+
+/// Where the pointer, which took the handle by its middle, brings the slider to `value`.
+inline QPoint pointerFor(const QSlider *slider, int value)
+{
+    const QRect handle = partAt(slider, slider->value(), QStyle::SC_SliderHandle);
+    const QRect groove = partAt(slider, slider->value(), QStyle::SC_SliderGroove);
+    const bool vertical = slider->orientation() == Qt::Vertical;
+    const int travel =
+        vertical ? groove.height() - handle.height() : groove.width() - handle.width();
+    const int along = QStyle::sliderPositionFromValue(
+        slider->minimum(), slider->maximum(), value, travel, vertical);
+    const QPoint taken = handle.center() - handle.topLeft();
+    return vertical ? QPoint(handle.center().x(), groove.y() + along + taken.y())
+                    : QPoint(groove.x() + along + taken.x(), handle.center().y());
 }
 
 inline void grab(QSlider *slider) { mouse::press(slider, handleAt(slider, slider->value())); }
 
-/// Moves the handle that was grabbed. A slider has fewer pixels than values may be: the value that
-/// it takes is the nearest that the mouse can reach.
-inline void dragTo(QSlider *slider, int value) { mouse::move(slider, handleAt(slider, value)); }
+/// Moves the handle that was grabbed. Exact as long as the slider has a pixel for each value.
+inline void dragTo(QSlider *slider, int value) { mouse::move(slider, pointerFor(slider, value)); }
 
-inline void letGo(QSlider *slider) { mouse::release(slider, handleAt(slider, slider->value())); }
+inline void letGo(QSlider *slider) { mouse::release(slider, pointerFor(slider, slider->value())); }
 
 } // namespace slider_mouse
