@@ -99,6 +99,7 @@ if ! has_display; then
 fi
 case $mode in
     tour)
+        echo "The tour takes a while; its report will be in $root/build/tour"
         exec python3 "$tour" --bin "$bin" --report "$root/build/tour"
         ;;
     real)

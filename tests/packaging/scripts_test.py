@@ -308,6 +308,44 @@ class Running(Scripts):
         self.assertEqual(self.recorded("virtual-camera"), [])
 
 
+class Touring(Scripts):
+    def setUp(self):
+        super().setUp()
+        self.stand_in("python3", RECORD + 'exit "${PANEL_EXIT:-0}"')
+        self.tour = os.path.join(self.root, "tests", "end_to_end", "tour.py")
+        os.makedirs(os.path.dirname(self.tour))
+        open(self.tour, "w").close()
+
+    def assert_toured(self, result):
+        report = os.path.join(self.root, "build", "tour")
+        self.assertEqual((result.returncode, result.stderr), (4, ""))
+        self.assertIn(report, result.stdout)
+        folder = os.path.join(self.root, "build", "release", "bin")
+        self.assertEqual(self.recorded("python3"), [
+            f"python3 {self.tour} --bin {folder} --report {report}"])
+        self.assertEqual(self.recorded("virtual-camera"), [])
+
+    def test_the_tour_is_played_on_demand_and_its_exit_code_comes_back(self):
+        self.assert_toured(self.run_script("run.sh", "--tour", PANEL_EXIT="4"))
+
+    def test_without_a_display_the_tour_is_played(self):
+        result = self.run_script("run.sh", PANEL_EXIT="4", DISPLAY=None)
+        self.assertIn("There is no display", result.stdout)
+        self.assert_toured(result)
+
+    def test_what_the_tour_needs_is_installed(self):
+        self.install(self.packages("build", "virtual-camera"))
+        self.run_script("run.sh", "--tour")
+        self.assertTrue(self.recorded("apt-get")[-1].endswith(
+            " ".join(self.packages("test") + self.packages("virtual-display"))))
+
+    def test_where_there_is_no_tour_one_line_says_so(self):
+        os.remove(self.tour)
+        result = self.run_script("run.sh", "--tour")
+        self.assertEqual(result.returncode, 2)
+        self.assert_one_line(result.stderr, "no tour")
+
+
 @unittest.skipUnless("VIRTUAL_CAMERA" in os.environ, "needs the built virtual-camera")
 class RealCameras(Scripts):
     """run.sh --real, with virtual cameras for real ones."""
