@@ -11,6 +11,7 @@
 /// handle that OpenDevice stored. The operations are documented in BaseDevice.
 ///
 /// A device is never torn down in the running program: its context and list end with the process.
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): it would take a slot.
 class USBDevice final : public BaseDevice
 {
 public:
@@ -123,8 +124,8 @@ public:
 
 private:
     bool movePanTilt(int pan, int panSpeed, int tilt, int tiltSpeed);
-    bool moveFocus(int direction, int speed);
-    bool moveZoom(int direction, int speed);
+    bool moveFocus(int sign, int speed);
+    bool moveZoom(int sign, int speed);
     bool sendVendorCommand(int code);
 
     uvc_device_handle_t *devh = nullptr; ///< the camera last opened, closed or not; null before
