@@ -62,6 +62,25 @@ TEST_F(Edge, ACameraThatDoesNotTellItsBrightnessIsClosedByTheSecondOpen)
     EXPECT_FALSE(device->OpenDevice("1", 1));
 }
 
+TEST_F(Edge, FailuresAreNotToldInWords)
+{
+    ASSERT_TRUE(device->OpenDevice("0", 0));
+    camera(1).stallEverything();
+    camera(2).refuseOpen(EACCES);
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(device->OpenDevice("1", 1));
+    EXPECT_FALSE(device->OpenDevice("9", 9));
+    for (const Operation &operation : operations()) {
+        if (operation.slot > 1)
+            call(*device, operation.member, operation.argument);
+    }
+    EXPECT_FALSE(device->OpenDevice("0", 0));
+    device->CloseDevice();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
 TEST_F(Edge, AnUnpluggedCameraMayBeChosenAgainThreeTimes)
 {
     ASSERT_TRUE(device->OpenDevice("0", 0));

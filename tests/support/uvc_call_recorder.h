@@ -11,7 +11,7 @@
 // - A finished program runs under LD_PRELOAD=<this library>, told by two variables:
 //     UVC_CALLS_FILE  the file to which each call is appended as one line, at once
 //     UVC_CALLS_FAIL  what shall fail, as for failOnDemand: "uvc_open=-3,uvc_init#3=-99"
-//   (umockdev's preload library may stand before or behind it.)
+//   Beneath umockdev: LD_PRELOAD=<this library> umockdev-wrapper <program>.
 //
 // A line is the function, its arguments and its result:
 //
