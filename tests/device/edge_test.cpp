@@ -6,13 +6,18 @@
 
 #include "tests/device/camera_fixture.h"
 #include "tests/device/operations.h"
+#include "tests/support/uvc_call_recorder.h"
 
 #include <cerrno>
 #include <thread>
 
 namespace {
 
+using testing::AnyOf;
+using testing::Each;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using virtual_camera::Control;
 using virtual_camera::DeviceDescription;
 
@@ -20,6 +25,14 @@ class Edge : public PluggedIn
 {
 protected:
     Edge() : PluggedIn(std::vector<DeviceDescription>(2)) { }
+    void SetUp() override { uvc_call_recorder::clear(); }
+    void TearDown() override
+    {
+        PluggedIn::TearDown();
+        EXPECT_THAT(
+            uvc_call_recorder::calls(), Each(Not(AnyOf(HasSubstr("(no_"), HasSubstr("(null")))))
+            << "libuvc was entered with something that is not open";
+    }
 
     // Every operation but opening, as on a camera that answers nothing.
     void useEverything()

@@ -19,9 +19,7 @@ namespace {
 
 using testing::Each;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::Not;
 using uvc_call_recorder::failOnDemand;
 using virtual_camera::Control;
 using virtual_camera::DeviceDescription;
@@ -56,8 +54,6 @@ protected:
     {
         failOnDemand("");
         PluggedIn::TearDown();
-        EXPECT_THAT(uvc_call_recorder::calls(), Each(Not(HasSubstr("no_"))));
-        EXPECT_THAT(uvc_call_recorder::calls(), Each(Not(HasSubstr("null"))));
     }
 };
 
