@@ -1,0 +1,257 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+#include "tests/fuzz/camera_model_checks.h"
+
+#include "tests/fuzz/compare.h"
+#include "virtual_camera/little_endian.h"
+#include "virtual_camera/request_log.h"
+#include "virtual_camera/vendor_command.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace fuzz {
+
+using namespace virtual_camera;
+using Kind = ControlTraits::Kind;
+
+namespace {
+
+// The slowest motor takes three days from one end of the widest range to the other.
+constexpr std::chrono::hours untilAtRest{ 1000 };
+
+// What the log says of a request, whatever it is.
+void checkLogLine(const ControlRequest &request, const Answer &answer)
+{
+    LogRecord record;
+    record.device = 1;
+    record.request = request;
+    if (request.hostReads())
+        record.request.data = answer.data;
+    record.result = answer.stalled ? LogRecord::Result::Stall : LogRecord::Result::Ok;
+    expectOneLine(toTimedText(record));
+}
+
+std::int64_t withinEnds(const Range &range, std::int64_t value)
+{
+    return std::clamp(value, std::min(range.min, range.max), std::max(range.min, range.max));
+}
+
+void checkMotor(const AxisState &motor, const Range &range)
+{
+    const auto lowest = static_cast<double>(std::min({ range.min, range.max, range.cur }));
+    const auto highest = static_cast<double>(std::max({ range.min, range.max, range.cur }));
+    expect(std::isfinite(motor.velocity), "a motor's velocity is a number");
+    expect(motor.position >= lowest && motor.position <= highest,
+        "a motor stays between its ends and where it stood at first");
+}
+
+bool announces(const Range &range, std::int64_t value)
+{
+    return range.min > range.max || (value >= range.min && value <= range.max);
+}
+
+ControlRequest requestTo(const ControlTraits &control, RequestCode code)
+{
+    ControlRequest request;
+    request.request = static_cast<std::uint8_t>(code);
+    request.value = static_cast<std::uint16_t>(control.selector << 8);
+    request.index = static_cast<std::uint16_t>(control.entity << 8 | controlInterface);
+    return request;
+}
+
+} // namespace
+
+ControlRequest setRequest(const ControlTraits &control, Bytes data)
+{
+    ControlRequest request = requestTo(control, RequestCode::SetCur);
+    request.requestType = 0x21;
+    request.length = static_cast<std::uint16_t>(data.size());
+    request.data = std::move(data);
+    return request;
+}
+
+ControlRequest getRequest(const ControlTraits &control, RequestCode code, std::uint16_t length)
+{
+    ControlRequest request = requestTo(control, code);
+    request.requestType = 0xa1;
+    request.length = length;
+    return request;
+}
+
+CheckedCamera::CheckedCamera(CameraDescription description)
+    : m_made(std::move(description)), m_camera(m_made, [this] { return m_now; })
+{
+    checkState();
+}
+
+void CheckedCamera::request(const ControlRequest &request)
+{
+    const CameraState before = m_camera.state();
+    const Answer answer = m_camera.answer(request);
+    checkLogLine(request, answer);
+    checkState();
+    if (answer.stalled || request.hostReads())
+        expect(same(before, m_camera.state()), "a request that stalls or reads changes nothing");
+    if (answer.stalled) {
+        expect(answer.data.empty(), "a request that stalls has no answer");
+        expect(m_camera.lastError() != RequestError::None, "a request stalls for a reason");
+        return;
+    }
+    expect(answer.data.size() <= request.length, "an answer is not longer than was asked for");
+    if (request.hostReads())
+        checkRead(request, answer.data);
+    else
+        checkWritten(request);
+}
+
+void CheckedCamera::wait(std::chrono::microseconds time)
+{
+    m_now += time;
+    checkState();
+}
+
+void CheckedCamera::announce(const ControlTraits &control, const Range &range)
+{
+    m_camera.setRange(control.control, range);
+    expect(same(m_camera.description().range(control.control), range), "a range is announced");
+    checkState();
+}
+
+void CheckedCamera::cutPower()
+{
+    m_camera.cutPower();
+    expect(!m_camera.state().moving(), "nothing moves without power");
+    checkState();
+}
+
+void CheckedCamera::finish() { stateAtRest(); }
+
+void CheckedCamera::checkState()
+{
+    const CameraState state = m_camera.state();
+    checkMotor(state.pan, m_made.range(Control::PantiltAbsolute));
+    checkMotor(state.tilt, m_made.tilt);
+    checkMotor(state.zoom, m_made.range(Control::ZoomAbsolute));
+    checkMotor(state.focus, m_made.range(Control::FocusAbsolute));
+    expect(state.autoFocus == (state.value(Control::FocusAuto) != 0),
+        "the focus switch shows whether focus is automatic");
+    expect(state.autoWhiteBalance == (state.value(Control::WhiteBalanceTemperatureAuto) != 0),
+        "the white balance switch shows whether white balance is automatic");
+    for (const auto &[preset, place] : state.presets)
+        expect(preset >= 0 && preset < 40, "a preset has one of the numbers that can be stored");
+}
+
+// What comes after the motors stop by themselves; the camera itself does not get older.
+CameraState CheckedCamera::stateAtRest()
+{
+    CameraModel later = m_camera;
+    m_now += untilAtRest;
+    const CameraState state = later.state();
+    m_now -= untilAtRest;
+    expect(!state.moving(), "every motion comes to an end");
+    return state;
+}
+
+// The other motors may be under way to somewhere else.
+void CheckedCamera::checkArrival(Control control, const std::vector<std::int64_t> &values)
+{
+    const Place there = stateAtRest().place();
+    const std::int64_t reached = withinEnds(m_made.range(control), values[0]);
+    if (control == Control::PantiltAbsolute)
+        expect(there.pan == reached && there.tilt == withinEnds(m_made.tilt, values[1]),
+            "the camera arrives where it was sent");
+    else
+        expect((control == Control::ZoomAbsolute ? there.zoom : there.focus) == reached,
+            "the lens arrives where it was sent");
+}
+
+void CheckedCamera::checkArrival(const Place &place)
+{
+    checkArrival(Control::PantiltAbsolute, { place.pan, place.tilt });
+    checkArrival(Control::ZoomAbsolute, { place.zoom });
+    checkArrival(Control::FocusAbsolute, { place.focus });
+}
+
+void CheckedCamera::checkRead(const ControlRequest &request, const Bytes &data)
+{
+    expect(!data.empty(), "a camera that does not stall answers");
+    if (request.interfaceNumber() != controlInterface)
+        return;
+    const auto code = static_cast<RequestCode>(request.request);
+    if (request.entity() == 0) {
+        expect(data.size() == 1 && data[0] <= 7, "an error has one of the known numbers");
+        return;
+    }
+    const ControlTraits *control = findControl(request.entity(), request.selector());
+    expect(control != nullptr && m_camera.description().supports(control->control),
+        "only a control that the camera has answers");
+    if (code == RequestCode::GetInfo) {
+        expect(data.size() == 1, "information is one byte");
+    } else if (code == RequestCode::GetLen) {
+        expect(data.size() == 2 && readUnsigned(data.data(), 2) == control->length(),
+            "the length is that of the control");
+    } else {
+        expect(data.size() == control->length(), "a value is as long as the control");
+    }
+}
+
+void CheckedCamera::checkWritten(const ControlRequest &request)
+{
+    if (request.interfaceNumber() != controlInterface)
+        return;
+    const ControlTraits *control = findControl(request.entity(), request.selector());
+    expect(request.request == static_cast<std::uint8_t>(RequestCode::SetCur) && control != nullptr
+            && m_camera.description().supports(control->control)
+            && request.data.size() == control->length(),
+        "only a whole value for a control that the camera has is accepted");
+    checkReadBack(*control, request.data);
+}
+
+void CheckedCamera::checkReadBack(const ControlTraits &control, const Bytes &written)
+{
+    const std::vector<std::int64_t> values = decodeFields(control, written.data());
+    const Range &range = m_camera.description().range(control.control);
+    if (control.kind != Kind::Motion)
+        expect(announces(range, values[0]), "only what is in the range is accepted");
+    if (control.control == Control::PantiltAbsolute)
+        expect(announces(m_made.tilt, values[1]), "only what is in the range is accepted");
+    if (control.kind == Kind::Position)
+        return checkArrival(control.control, values);
+    if (control.control == Control::RollAbsolute)
+        checkCommand(static_cast<int>(values[0]));
+    const Answer answer = m_camera.answer(
+        getRequest(control, RequestCode::GetCur, static_cast<std::uint16_t>(control.length())));
+    expect(!answer.stalled && answer.data == written, "what was accepted is read back");
+}
+
+void CheckedCamera::checkCommand(int code)
+{
+    const VendorCommand command = decodeVendorCommand(code);
+    const CameraState state = m_camera.state();
+    const auto preset = state.presets.find(command.preset);
+    switch (command.kind) {
+    case VendorCommand::Kind::StorePreset:
+        expect(preset != state.presets.end() && preset->second == state.place(),
+            "a preset remembers where the camera looks");
+        break;
+    case VendorCommand::Kind::ClearPreset:
+        expect(preset == state.presets.end(), "a cleared preset is gone");
+        break;
+    case VendorCommand::Kind::RecallPreset:
+        if (preset != state.presets.end())
+            checkArrival(preset->second);
+        break;
+    case VendorCommand::Kind::Home:
+        checkArrival({ m_camera.description().range(Control::PantiltAbsolute).def,
+            m_camera.description().tilt.def,
+            m_camera.description().range(Control::ZoomAbsolute).def,
+            m_camera.description().range(Control::FocusAbsolute).def });
+        break;
+    default:
+        break;
+    }
+}
+
+} // namespace fuzz

@@ -1,0 +1,236 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+#include "tests/fuzz/usbfs_checks.h"
+
+#include "tests/fuzz/expect.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
+namespace fuzz {
+
+using namespace virtual_camera;
+
+namespace {
+
+std::chrono::microseconds noTime() { return std::chrono::microseconds(0); }
+
+} // namespace
+
+CheckedUsbfs::CheckedUsbfs(bool camera)
+{
+    const CameraDescription description;
+    if (camera)
+        m_camera.emplace(description, noTime);
+    m_usb = std::make_unique<UsbDevice>(
+        camera ? describeCamera(description) : describeStorage(), camera ? &*m_camera : nullptr);
+    const auto later = [this](std::chrono::milliseconds wait, std::function<void()> what) {
+        expect(wait.count() > 0, "what is to be done later takes time");
+        m_later.push_back(std::move(what));
+    };
+    m_device = std::make_unique<UsbfsDevice>(
+        UsbfsDevice::Wiring{ 1, m_usb.get(), &m_faults, &m_log, "driver", later });
+    m_owners.assign(static_cast<std::size_t>(m_usb->layout().interfaces), int{ kernelDriver });
+}
+
+int CheckedUsbfs::file(std::size_t choice) const
+{
+    return std::next(m_files.begin(), static_cast<std::ptrdiff_t>(choice % m_files.size()))->first;
+}
+
+void CheckedUsbfs::open()
+{
+    const int file = m_device->openFile();
+    expect(file > 0 && m_files.count(file) == 0, "every open file has a number of its own");
+    m_files[file];
+}
+
+void CheckedUsbfs::close(int file)
+{
+    m_device->closeFile(file);
+    m_files.erase(file);
+    std::replace(m_owners.begin(), m_owners.end(), file, int{ nobody });
+}
+
+void CheckedUsbfs::own(int file, unsigned interfaceNumber)
+{
+    expect(interfaceNumber < interfaces(), "only an interface that exists can be claimed");
+    int &owner = m_owners[interfaceNumber];
+    expect(owner == file || (owner == nobody && !m_faults.claimRefused),
+        "an interface belongs to one file at a time");
+    owner = file;
+}
+
+void CheckedUsbfs::ownForRequest(int file, const ControlRequest &request)
+{
+    constexpr int interfaceRecipient = 1;
+    const bool vendor = (request.requestType & 0x60U) == 0x40U;
+    if (request.recipient() == interfaceRecipient && !vendor)
+        own(file, request.interfaceNumber());
+}
+
+void CheckedUsbfs::claim(int file, unsigned interfaceNumber)
+{
+    if (m_device->claim(file, interfaceNumber) == 0)
+        own(file, interfaceNumber);
+}
+
+void CheckedUsbfs::release(int file, unsigned interfaceNumber)
+{
+    if (m_device->release(file, interfaceNumber) != 0)
+        return;
+    expect(interfaceNumber < interfaces() && m_owners[interfaceNumber] == file,
+        "only what is claimed can be released");
+    m_owners[interfaceNumber] = nobody;
+}
+
+void CheckedUsbfs::setInterface(int file, unsigned interfaceNumber, unsigned alternate)
+{
+    const int result = m_device->setInterface(file, interfaceNumber, alternate);
+    if (result == 0)
+        expect(interfaceNumber < interfaces() && alternate < 2,
+            "only a setting that exists can be chosen");
+    if (result == 0 || result == -EPIPE)
+        ++m_requests;
+    // The interface is claimed before the setting is looked at.
+    if (result == 0 || result == -EPIPE || result == -EINVAL)
+        own(file, interfaceNumber);
+}
+
+void CheckedUsbfs::setConfiguration(int value)
+{
+    const bool held =
+        std::any_of(m_owners.begin(), m_owners.end(), [](int owner) { return owner != nobody; });
+    if (m_device->setConfiguration(value) == 0)
+        expect(value == 1 && !held, "only a device that nobody uses can be configured");
+}
+
+void CheckedUsbfs::clearHalt(unsigned endpoint)
+{
+    const bool known = m_camera ? endpoint == statusEndpoint || endpoint == pictureEndpoint
+                                : endpoint == 0x81 || endpoint == 0x02;
+    expect((m_device->clearHalt(endpoint) == 0) == known, "only endpoints that exist can halt");
+}
+
+void CheckedUsbfs::detachDriver(unsigned interfaceNumber)
+{
+    if (m_device->detachDriver(interfaceNumber) != 0)
+        return;
+    expect(interfaceNumber < interfaces(), "only an interface that exists has a driver");
+    m_owners[interfaceNumber] = nobody;
+    if (!m_faults.claimRefused)
+        expect(m_device->driver(interfaceNumber).empty(), "a driver that is detached is gone");
+}
+
+void CheckedUsbfs::attachDriver(unsigned interfaceNumber)
+{
+    if (m_device->attachDriver(interfaceNumber) <= 0)
+        return;
+    expect(interfaceNumber < interfaces() && m_owners[interfaceNumber] == nobody,
+        "a driver takes only what is free");
+    m_owners[interfaceNumber] = kernelDriver;
+}
+
+void CheckedUsbfs::submit(
+    int file, std::uint64_t address, std::uint8_t endpoint, const ControlRequest &request)
+{
+    Urb urb;
+    urb.address = address;
+    urb.endpoint = endpoint;
+    urb.request = request;
+    urb.memory = m_memory;
+    if (m_device->submit(file, std::move(urb)) != 0)
+        return;
+    m_files[file].insert(address);
+    if (endpoint == 0) {
+        ++m_requests;
+        ownForRequest(file, request);
+    } else {
+        own(file, static_cast<unsigned>(m_usb->layout().interfaceOf(endpoint)));
+    }
+}
+
+void CheckedUsbfs::discard(int file, std::uint64_t address)
+{
+    if (m_device->discard(file, address) == 0)
+        expect(m_files[file].count(address) != 0, "only what was handed in can be discarded");
+}
+
+void CheckedUsbfs::reap(int file)
+{
+    const std::unique_ptr<Urb> urb = m_device->reap(file);
+    if (urb == nullptr)
+        return;
+    std::multiset<std::uint64_t> &own = m_files[file];
+    const auto found = own.find(urb->address);
+    expect(found != own.end(), "what comes back was handed in, and has not come back before");
+    own.erase(found);
+    expect(urb->status == 0 || urb->status == -EPIPE || urb->status == -ENOENT
+            || urb->status == -ESHUTDOWN,
+        "a transfer ends in one of the ways in which transfers end");
+    expect(urb->transferred <= urb->request.length && urb->answer.size() <= urb->request.length,
+        "an answer is not longer than was asked for");
+    expect(urb->status == 0 || urb->transferred == 0, "a transfer that failed has no data");
+    expect(urb->memory == m_memory, "a transfer keeps its memory");
+}
+
+void CheckedUsbfs::transfer(int file, ControlRequest request)
+{
+    const int result = m_device->transfer(file, request);
+    if (result < 0 && result != -EPIPE)
+        return;
+    ++m_requests;
+    ownForRequest(file, request);
+    expect(result <= request.length, "an answer is not longer than was asked for");
+    if (result >= 0)
+        expect(request.data.size() == static_cast<std::size_t>(result),
+            "as many bytes are there as are reported");
+}
+
+void CheckedUsbfs::letTimePass()
+{
+    if (m_later.empty())
+        return;
+    const std::function<void()> next = std::move(m_later.front());
+    m_later.pop_front();
+    next();
+}
+
+void CheckedUsbfs::unplug()
+{
+    m_device->unplug();
+    expect(m_device->requestsUnderWay() == 0, "nothing is under way without a cable");
+    finish();
+}
+
+void CheckedUsbfs::finish()
+{
+    while (!m_later.empty())
+        letTimePass();
+    expect(m_device->requestsUnderWay() == 0, "every request is answered in the end");
+    while (anyFile()) {
+        const int file = m_files.begin()->first;
+        for (std::size_t count = m_files[file].size(); count > 0; --count)
+            reap(file);
+        expect(m_device->reap(file) == nullptr, "nothing comes back that was not handed in");
+        expect(!m_device->unplugged() || m_files[file].empty(), "an unplug gives everything back");
+        close(file);
+    }
+    expect(!m_device->anythingToReap(), "nothing is left when everybody has gone");
+    expect(m_memory.use_count() == 1, "no transfer is kept when everybody has gone");
+    checkLog();
+}
+
+void CheckedUsbfs::checkLog() const
+{
+    std::size_t requests = 0;
+    for (const LogRecord &record : m_log.all()) {
+        expectOneLine(toTimedText(record));
+        if (record.event == LogRecord::Event::Request)
+            ++requests;
+    }
+    expect(requests == m_requests, "the log has every request once");
+}
+
+} // namespace fuzz
