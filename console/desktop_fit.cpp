@@ -6,6 +6,8 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPushButton>
+#include <QRegularExpression>
 #include <QSlider>
 #include <QTimer>
 
@@ -71,23 +73,41 @@ void prepare()
 
 namespace {
 
-void letGoAfterStep(QSlider *slider)
+void letGo(QSlider *slider)
 {
-    using namespace std::chrono_literals;
-    auto *const timer = new QTimer(slider);
-    timer->setSingleShot(true);
-    timer->setInterval(200ms);
-    QObject::connect(timer, &QTimer::timeout, slider, [slider] {
-        if (slider->isSliderDown())
-            return;
-        slider->setSliderDown(true);
-        slider->setSliderDown(false);
-    });
-    QObject::connect(slider, &QSlider::actionTriggered, timer, [slider, timer] {
-        if (!slider->isSliderDown() && slider->sliderPosition() != slider->value())
-            timer->start();
-    });
+    if (slider->isSliderDown())
+        return;
+    slider->setSliderDown(true);
+    slider->setSliderDown(false);
 }
+
+// Lets go a while after the last step.
+class StepTimer : public QTimer
+{
+public:
+    explicit StepTimer(QSlider *parent) : QTimer(parent), slider(parent)
+    {
+        using namespace std::chrono_literals;
+        setSingleShot(true);
+        setInterval(200ms);
+        connect(this, &QTimer::timeout, slider, [this] { letGo(slider); });
+        connect(slider, &QSlider::actionTriggered, this, [this] {
+            if (!slider->isSliderDown() && slider->sliderPosition() != slider->value())
+                start();
+        });
+    }
+
+    void fireNow()
+    {
+        if (!isActive())
+            return;
+        stop();
+        letGo(slider);
+    }
+
+private:
+    QSlider *slider;
+};
 
 void reportStep(QSlider *slider)
 {
@@ -104,7 +124,7 @@ void fitSliders(QWidget &window)
     const auto sliders = window.findChildren<QSlider *>();
     for (QSlider *const slider : sliders) {
         if (slider->orientation() == Qt::Vertical)
-            letGoAfterStep(slider);
+            new StepTimer(slider);
         else
             reportStep(slider);
     }
@@ -118,6 +138,11 @@ HoldGuard::HoldGuard(QWidget &guarded) : window(guarded)
     key_repeat::withoutReleases();
     QCoreApplication::instance()->installEventFilter(this);
     termination::onSignal(this, [this] { releaseAll(); });
+    // Before the click does its work: a stop that came later would go to the other camera.
+    const auto cameraButtons =
+        window.findChildren<QPushButton *>(QRegularExpression(QStringLiteral("^btn_cam")));
+    for (const QPushButton *const button : cameraButtons)
+        connect(button, &QPushButton::released, this, [this] { releaseAll(); });
     window.setFocus();
 }
 
@@ -211,10 +236,22 @@ void HoldGuard::releaseButton()
     QCoreApplication::sendEvent(widget, &release);
 }
 
+void HoldGuard::releaseSteps()
+{
+    const auto sliders = window.findChildren<QSlider *>();
+    for (const QSlider *const slider : sliders) {
+        for (QObject *const child : slider->children()) {
+            if (auto *const timer = dynamic_cast<StepTimer *>(child))
+                timer->fireNow();
+        }
+    }
+}
+
 void HoldGuard::releaseAll()
 {
     releaseKeys();
     releaseButton();
+    releaseSteps();
 }
 
 } // namespace desktop_fit

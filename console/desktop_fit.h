@@ -40,6 +40,8 @@ void fitSliders(QWidget &window);
 ///   release is lost too, and is handed over likewise.
 /// - A key that changes its meaning while it is held, by a switch of the keyboard layout, is let
 ///   go under the name under which it was pressed.
+/// - When another camera is chosen while something is held, it is let go first: the release that
+///   comes later would stop the other camera, and the first one would run on.
 /// - When the process is ended from outside (SIGINT, SIGTERM, SIGHUP, the X server gone), whatever
 ///   is held is let go first. A signal then ends the process as if it had not been caught.
 ///
@@ -67,6 +69,7 @@ private:
     void sendRelease(int key);
     void releaseKeys();
     void releaseButton();
+    void releaseSteps();
 
     QWidget &window;
     QHash<quint32, int> heldKeys;    ///< by the key's place on the keyboard
