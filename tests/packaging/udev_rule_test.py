@@ -13,6 +13,10 @@ import unittest
 ROOT = os.path.abspath(os.path.join(os.path.dirname(__file__), "..", ".."))
 RULE = os.path.join(ROOT, "packaging", "60-ptz-panel.rules")
 
+# Root may mount in a mount namespace; everybody else needs to be root of a user namespace first.
+NAMESPACE = ["unshare", "--mount"] + ([] if os.getuid() == 0 else ["--map-root-user"])
+SKIPPED = 77
+
 # Interfaces as class, subclass, protocol.
 VIDEO_CONTROL, VIDEO_STREAMING = "0e0100", "0e0200"
 AUDIO, STORAGE, KEYBOARD, VENDOR = "010100", "080650", "030101", "ff0000"
@@ -76,7 +80,7 @@ def udev_result(device, rule=RULE, action="add", path=DEVICE):
         description.flush()
         command = ["sh", "-c", IN_A_NAMESPACE, "sh", rule or "", description.name, action]
         result = subprocess.run(
-            ["unshare", "--mount", "--map-root-user"] + command + ["/sys" + path],
+            NAMESPACE + command + ["/sys" + path],
             stdout=subprocess.PIPE, text=True, check=False)
     if result.returncode != 0 or f"DEVPATH={path}\n" not in result.stdout:
         raise AssertionError(f"udevadm says ({result.returncode}):\n{result.stdout}")
@@ -132,4 +136,7 @@ class UdevRule(unittest.TestCase):
 
 
 if __name__ == "__main__":
+    if subprocess.run(NAMESPACE + ["true"], check=False).returncode != 0:
+        print("This system grants no mount namespace, so no rule can be tried on it.")
+        sys.exit(SKIPPED)
     sys.exit(unittest.main(verbosity=2))
