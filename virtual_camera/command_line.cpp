@@ -25,17 +25,6 @@ struct Draft
 
 std::string quoted(std::string_view text) { return "'" + std::string(text) + "'"; }
 
-std::vector<DeviceDescription> manyCameras(int count)
-{
-    std::vector<DeviceDescription> devices;
-    for (int number = 1; number <= count; ++number) {
-        devices.push_back(DeviceDescription::ptzCamera());
-        const std::string digits = std::to_string(number);
-        devices.back().camera.serial.replace(6 - digits.size(), digits.size(), digits);
-    }
-    return devices;
-}
-
 Problem readCameras(Draft &draft, const std::string &value)
 {
     const std::optional<std::int64_t> count = parseNumber(value);
@@ -46,7 +35,7 @@ Problem readCameras(Draft &draft, const std::string &value)
     if (draft.devicesGiven)
         return "--cameras and --devices can be given only once, and not both";
     draft.devicesGiven = true;
-    draft.line.devices = manyCameras(static_cast<int>(*count));
+    draft.line.devices = DeviceDescription::ptzCameras(static_cast<int>(*count));
     return std::nullopt;
 }
 
@@ -58,7 +47,7 @@ Problem readDevices(Draft &draft, const std::string &value)
     const std::vector<std::string_view> kinds = split(value, ',');
     if (kinds.size() > mostDevices)
         return "--devices can name up to " + std::to_string(mostDevices);
-    draft.line.devices = manyCameras(static_cast<int>(kinds.size()));
+    draft.line.devices = DeviceDescription::ptzCameras(static_cast<int>(kinds.size()));
     for (std::size_t i = 0; i < kinds.size(); ++i) {
         if (kinds[i] == "other-camera")
             draft.line.devices[i] = DeviceDescription::otherCamera();
@@ -152,7 +141,7 @@ Problem finish(Draft &draft)
     if (draft.line.command.empty())
         return "no command given (virtual-camera [OPTIONS] -- COMMAND [ARGUMENTS])";
     if (!draft.devicesGiven)
-        draft.line.devices = manyCameras(1);
+        draft.line.devices = DeviceDescription::ptzCameras(1);
     for (const std::string &option : draft.options) {
         if (Problem problem = applyDeviceOption(draft.line.devices, option))
             return problem;

@@ -177,6 +177,14 @@ std::variant<ControlCommand, std::string> parseControlCommand(std::string_view l
     return command;
 }
 
+std::string controlCommandWords()
+{
+    std::string text;
+    for (const Form &form : forms)
+        text += ' ' + std::string(form.word);
+    return text;
+}
+
 std::string controlCommandHelp()
 {
     std::string text;

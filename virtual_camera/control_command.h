@@ -52,7 +52,9 @@ std::string execute(const ControlCommand &command, Testbed &testbed);
 // Parses and executes.
 std::string executeLine(std::string_view line, Testbed &testbed);
 
-// One line for every command, for --help.
+// The first words of all commands, each with a blank before it.
+std::string controlCommandWords();
+// What every command is for, for --help.
 std::string controlCommandHelp();
 
 } // namespace virtual_camera

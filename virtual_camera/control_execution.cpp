@@ -24,15 +24,6 @@ std::string listText(Testbed &testbed)
     return text;
 }
 
-std::string helpText()
-{
-    std::string text = "commands:";
-    for (const char *word : { "help", "list", "state", "unplug", "replug", "stall", "unstall",
-             "short", "full", "delay", "refuse-open", "busy", "range", "clear" })
-        text += ' ' + std::string(word);
-    return text + " (virtual-camera --help explains them)";
-}
-
 void stall(Device &device, const ControlCommand &command)
 {
     if (!command.control)
@@ -99,7 +90,7 @@ std::string ok(const std::string &text) { return text.empty() ? "ok" : "ok " + t
 std::string execute(const ControlCommand &command, Testbed &testbed)
 {
     if (command.verb == Verb::Help)
-        return ok(helpText());
+        return ok("commands:" + controlCommandWords() + " (virtual-camera --help explains them)");
     if (command.verb == Verb::List)
         return ok(listText(testbed));
     if (command.device < 1 || command.device > testbed.size())

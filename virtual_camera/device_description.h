@@ -4,7 +4,9 @@
 
 #include "virtual_camera/camera_description.h"
 
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace virtual_camera {
 
@@ -22,6 +24,17 @@ struct DeviceDescription
     static DeviceDescription ptzCamera(CameraDescription description = {})
     {
         return { Kind::Camera, std::move(description) };
+    }
+    // So many, alike but for their serial numbers.
+    static std::vector<DeviceDescription> ptzCameras(int count)
+    {
+        std::vector<DeviceDescription> devices;
+        for (int number = 1; number <= count; ++number) {
+            devices.push_back(ptzCamera());
+            const std::string digits = std::to_string(number);
+            devices.back().camera.serial.replace(6 - digits.size(), digits.size(), digits);
+        }
+        return devices;
     }
     // A video class camera that is of another make.
     static DeviceDescription otherCamera()

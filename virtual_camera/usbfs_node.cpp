@@ -2,48 +2,18 @@
 // SPDX-License-Identifier: MIT
 #include "virtual_camera/usbfs_node.h"
 
+#include "virtual_camera/usbfs_call.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <linux/usbdevice_fs.h>
 #include <sys/ioctl.h>
-#include <umockdev.h>
 #include <utility>
 
 namespace virtual_camera {
 
 namespace {
-
-// A piece of the program's memory.
-struct Unref
-{
-    void operator()(UMockdevIoctlData *data) const { g_object_unref(data); }
-};
-using Memory = std::unique_ptr<UMockdevIoctlData, Unref>;
-
-// What the pointer at this offset points to; null when the program cannot be read.
-Memory follow(UMockdevIoctlData *data, std::size_t offset, std::size_t size)
-{
-    return data == nullptr ? nullptr
-                           : Memory(umockdev_ioctl_data_resolve(data, offset, size, nullptr));
-}
-
-template<typename T> T read(const UMockdevIoctlData &memory)
-{
-    T value;
-    std::memcpy(&value, memory.data, sizeof value);
-    return value;
-}
-
-void write(const Memory &memory, std::size_t offset, const void *bytes, std::size_t size)
-{
-    if (size == 0)
-        return;
-    // umockdev takes the bytes without const, but only copies them.
-    auto *source = static_cast<guint8 *>(const_cast<void *>(bytes));
-    umockdev_ioctl_data_update(memory.get(), offset, source, static_cast<gint>(size));
-}
 
 // What stays of a transfer between submit and reap.
 struct UrbMemory
@@ -60,35 +30,6 @@ constexpr int answerComesLater = 1 << 30;
 constexpr std::chrono::milliseconds emptyReapPause{ 1 };
 
 } // namespace
-
-// One system call: its arguments and what it may need to know of who makes it.
-struct UsbfsNode::Call
-{
-    UMockdevIoctlClient *client;
-    UMockdevIoctlData *argument;
-    unsigned long request;
-    int file;
-    // The pointer itself. umockdev writes over its own copy when it is followed.
-    std::uint64_t pointer = virtual_camera::read<std::uint64_t>(*argument);
-
-    Memory memory(std::size_t size) const { return follow(argument, 0, size); }
-    template<typename T> bool read(T &value) const
-    {
-        const Memory found = memory(sizeof value);
-        if (!found)
-            return false;
-        value = virtual_camera::read<T>(*found);
-        return true;
-    }
-    template<typename T> bool write(const T &value) const
-    {
-        const Memory found = memory(sizeof value);
-        if (!found)
-            return false;
-        virtual_camera::write(found, 0, &value, sizeof value);
-        return true;
-    }
-};
 
 struct UsbfsNode::Ioctl
 {
@@ -190,97 +131,6 @@ bool UsbfsNode::dispatch(UMockdevIoctlClient *client)
     return true;
 }
 
-int UsbfsNode::capabilities(Call &call)
-{
-    const std::uint32_t value = USBDEVFS_CAP_ZERO_PACKET | USBDEVFS_CAP_BULK_CONTINUATION
-        | USBDEVFS_CAP_NO_PACKET_SIZE_LIM | USBDEVFS_CAP_REAP_AFTER_DISCONNECT;
-    return call.write(value) ? 0 : -EFAULT;
-}
-
-int UsbfsNode::claimInterface(Call &call)
-{
-    unsigned number = 0;
-    return call.read(number) ? m_device.claim(call.file, number) : -EFAULT;
-}
-
-int UsbfsNode::releaseInterface(Call &call)
-{
-    unsigned number = 0;
-    return call.read(number) ? m_device.release(call.file, number) : -EFAULT;
-}
-
-int UsbfsNode::setInterface(Call &call)
-{
-    usbdevfs_setinterface wanted{};
-    return call.read(wanted) ? m_device.setInterface(call.file, wanted.interface, wanted.altsetting)
-                             : -EFAULT;
-}
-
-int UsbfsNode::setConfiguration(Call &call)
-{
-    int value = 0;
-    return call.read(value) ? m_device.setConfiguration(value) : -EFAULT;
-}
-
-int UsbfsNode::clearHalt(Call &call)
-{
-    unsigned endpoint = 0;
-    return call.read(endpoint) ? m_device.clearHalt(endpoint) : -EFAULT;
-}
-
-int UsbfsNode::reset(Call &) { return 0; }
-
-int UsbfsNode::speed(Call &)
-{
-    constexpr int highSpeed = 3;
-    return highSpeed;
-}
-
-int UsbfsNode::getDriver(Call &call)
-{
-    usbdevfs_getdriver answer{};
-    if (!call.read(answer))
-        return -EFAULT;
-    const std::string name = m_device.driver(answer.interface);
-    if (name.empty())
-        return -ENODATA;
-    g_strlcpy(answer.driver, name.c_str(), sizeof answer.driver);
-    return call.write(answer) ? 0 : -EFAULT;
-}
-
-int UsbfsNode::driverIoctl(Call &call)
-{
-    usbdevfs_ioctl wanted{};
-    if (!call.read(wanted))
-        return -EFAULT;
-    const auto number = static_cast<unsigned>(wanted.ifno);
-    switch (static_cast<unsigned>(wanted.ioctl_code)) {
-    case USBDEVFS_DISCONNECT:
-        return m_device.detachDriver(number);
-    case USBDEVFS_CONNECT:
-        return m_device.attachDriver(number);
-    default:
-        return -ENOTTY;
-    }
-}
-
-int UsbfsNode::disconnectAndClaim(Call &call)
-{
-    usbdevfs_disconnect_claim wanted{};
-    if (!call.read(wanted))
-        return -EFAULT;
-    const std::string name = m_device.driver(wanted.interface);
-    wanted.driver[sizeof wanted.driver - 1] = '\0';
-    const bool named = name == wanted.driver;
-    if (!name.empty()
-        && (((wanted.flags & USBDEVFS_DISCONNECT_CLAIM_IF_DRIVER) != 0 && !named)
-            || ((wanted.flags & USBDEVFS_DISCONNECT_CLAIM_EXCEPT_DRIVER) != 0 && named)))
-        return -EBUSY;
-    if (!name.empty())
-        m_device.detachDriver(wanted.interface);
-    return m_device.claim(call.file, wanted.interface);
-}
-
 int UsbfsNode::submitUrb(Call &call)
 {
     auto memory = std::make_shared<UrbMemory>();
@@ -366,29 +216,6 @@ void UsbfsNode::answerLater(UMockdevIoctlClient *client, int file)
         m_pipe.setReady(m_device.anythingToReap());
         umockdev_ioctl_client_complete(kept.get(), error == 0 ? 0 : -1, error);
     });
-}
-
-int UsbfsNode::controlTransfer(Call &call)
-{
-    usbdevfs_ctrltransfer wanted{};
-    const Memory memory = call.memory(sizeof wanted);
-    if (!memory)
-        return -EFAULT;
-    wanted = read<usbdevfs_ctrltransfer>(*memory);
-    ControlRequest request{ wanted.bRequestType, wanted.bRequest, wanted.wValue, wanted.wIndex,
-        wanted.wLength, {} };
-    Memory data;
-    if (wanted.wLength > 0) {
-        data = follow(memory.get(), offsetof(usbdevfs_ctrltransfer, data), wanted.wLength);
-        if (!data)
-            return -EFAULT;
-        if (!request.hostReads())
-            request.data.assign(data->data, data->data + wanted.wLength);
-    }
-    const int result = m_device.transfer(call.file, request);
-    if (result > 0 && request.hostReads())
-        write(data, 0, request.data.data(), request.data.size());
-    return result;
 }
 
 void UsbfsNode::later(std::chrono::milliseconds wait, std::function<void()> what)
