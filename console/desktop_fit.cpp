@@ -10,6 +10,7 @@
 #include <QRegularExpression>
 #include <QSlider>
 #include <QTimer>
+#include <QWindow>
 
 #ifdef PTZ_HAVE_XCB
 #include <xcb/xcb.h>
@@ -182,6 +183,12 @@ bool HoldGuard::eventFilter(QObject *watched, QEvent *event)
         if (watched == &window)
             releaseKeys();
         break;
+    case QEvent::FocusOut:
+        // A window that was hidden and shown again at once is not told that it is active, and
+        // then not that it is not any more. Its native window always is.
+        if (watched == window.windowHandle())
+            releaseKeys();
+        break;
     case QEvent::Hide:
         if (watched == &window)
             releaseAll();
@@ -194,8 +201,11 @@ bool HoldGuard::eventFilter(QObject *watched, QEvent *event)
 
 void HoldGuard::notePress(const QKeyEvent &event)
 {
-    if (!event.isAutoRepeat())
-        heldKeys.insert(placeOf(event), event.key());
+    // A repeated press counts too: the window may have got the keyboard back with the key down. It
+    // does not change the name of a key that is held already.
+    const quint32 place = placeOf(event);
+    if (!heldKeys.contains(place))
+        heldKeys.insert(place, event.key());
 }
 
 void HoldGuard::noteRelease(const QKeyEvent &event)
