@@ -58,7 +58,7 @@ bool USBDevice::OpenDevice(const char * /*name*/, int index)
     if (status < 0)
         return false;
     openIndex = index;
-    return uvc_edge::open(devList, index, &devh) >= 0;
+    return uvc_edge::open(devList, index, devh) >= 0;
 }
 
 void USBDevice::CloseDevice()

@@ -6,6 +6,7 @@
 #include <libuvc/libuvc.h>
 
 #include "device/base_device.h"
+#include "device/uvc_edge.h"
 
 /// A USB Video Class camera, driven through libuvc: every operation is one control request on the
 /// handle that OpenDevice stored. The operations are documented in BaseDevice.
@@ -128,7 +129,7 @@ private:
     bool moveZoom(int sign, int speed);
     bool sendVendorCommand(int code);
 
-    uvc_device_handle_t *devh = nullptr; ///< the camera last opened, closed or not; null before
+    uvc_edge::Handle devh; ///< the camera last opened, closed or not; null before
     /// Negative: OpenDevice refuses. -1 when the list could not be taken; afterwards the libuvc
     /// status of the last read of brightness, gamma, contrast or backlight compensation.
     std::int32_t status = 0;

@@ -11,7 +11,8 @@ using Getter = uvc_error_t (*)(uvc_device_handle_t *, Value *, uvc_req_code);
 
 // The libuvc status of a read of the current value; `*out` is written only on success. An answer
 // without data counts as success in libuvc: the value is then 0.
-template<typename Value> int readCurrent(Getter<Value> getter, uvc_device_handle_t *devh, long *out)
+template<typename Value>
+int readCurrent(Getter<Value> getter, const uvc_edge::Handle &devh, long *out)
 {
     Value value = 0;
     const int result = uvc_edge::request(getter, devh, &value, UVC_GET_CUR);
@@ -24,7 +25,7 @@ template<typename Value> int readCurrent(Getter<Value> getter, uvc_device_handle
 // the camera will not tell shows the value read before it.
 template<typename Value>
 std::int64_t readInto(
-    Value &scratch, Getter<Value> getter, uvc_device_handle_t *devh, uvc_req_code code)
+    Value &scratch, Getter<Value> getter, const uvc_edge::Handle &devh, uvc_req_code code)
 {
     uvc_edge::request(getter, devh, &scratch, code);
     return scratch;
@@ -32,7 +33,7 @@ std::int64_t readInto(
 
 template<typename Value>
 void readRange(
-    PropertyRecord &record, Getter<Value> getter, uvc_device_handle_t *devh, Value &scratch)
+    PropertyRecord &record, Getter<Value> getter, const uvc_edge::Handle &devh, Value &scratch)
 {
     record.min = readInto(scratch, getter, devh, UVC_GET_MIN);
     record.max = readInto(scratch, getter, devh, UVC_GET_MAX);

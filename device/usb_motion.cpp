@@ -12,7 +12,7 @@ std::uint8_t lowByte(int speed) { return static_cast<std::uint8_t>(speed & 0xff)
 std::int8_t direction(int sign) { return static_cast<std::int8_t>(sign); }
 
 bool readPosition(uvc_error_t (*getter)(uvc_device_handle_t *, std::uint16_t *, uvc_req_code),
-    uvc_device_handle_t *devh, long *out)
+    const uvc_edge::Handle &devh, long *out)
 {
     std::uint16_t position = 0;
     if (uvc_edge::request(getter, devh, &position, UVC_GET_CUR) < 0)

@@ -1,15 +1,14 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// Ordinary use that runs into the edges of libuvc: cameras that may not be opened, that are gone,
-// that do not tell.
+// Ordinary use that runs into the edges of libuvc: cameras that may not be opened and that do not
+// tell. For those that are pulled out see unplug_test.cpp.
 
 #include "tests/device/camera_fixture.h"
 #include "tests/device/operations.h"
 #include "tests/support/uvc_call_recorder.h"
 
 #include <cerrno>
-#include <thread>
 
 namespace {
 
@@ -92,85 +91,6 @@ TEST_F(Edge, FailuresAreNotToldInWords)
     device->CloseDevice();
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-}
-
-TEST_F(Edge, AnUnpluggedCameraMayBeChosenAgainThreeTimes)
-{
-    ASSERT_TRUE(device->OpenDevice("0", 0));
-    camera().unplug();
-    log().clear();
-    for (int round = 0; round < 3; ++round) {
-        device->CloseDevice();
-        EXPECT_FALSE(device->OpenDevice("0", 0)) << round;
-        EXPECT_FALSE(device->StopMoveUp());
-    }
-    useEverything();
-    EXPECT_THAT(received(), IsEmpty());
-}
-
-TEST_F(Edge, AnUnpluggedCameraMayBeUsedBeforeItIsClosed)
-{
-    ASSERT_TRUE(device->OpenDevice("0", 0));
-    device->StartMoveLeft(5);
-    camera().unplug();
-    for (const Operation &operation : operations()) {
-        if (operation.slot > 1) {
-            EXPECT_EQ(call(*device, operation.member, operation.argument).result, operation.refused)
-                << operation;
-        }
-    }
-    device->CloseDevice();
-    device->CloseDevice();
-    useEverything();
-}
-
-TEST_F(Edge, TheOtherCameraTakesOverFromAnUnpluggedOne)
-{
-    ASSERT_TRUE(device->OpenDevice("0", 0));
-    camera(1).unplug();
-    device->CloseDevice();
-    ASSERT_TRUE(device->OpenDevice("1", 1));
-    EXPECT_TRUE(device->OpenMute());
-    EXPECT_TRUE(camera(2).state().mute);
-    device->CloseDevice();
-    EXPECT_FALSE(device->OpenDevice("0", 0));
-    ASSERT_TRUE(device->OpenDevice("1", 1));
-    EXPECT_TRUE(device->CloseMute());
-}
-
-// Whether the old list still leads to a camera that came back is libusb's to say; here it is
-// enough that the answer is true.
-TEST_F(Edge, ACameraMayComeAndGoThreeTimes)
-{
-    for (int round = 0; round < 3; ++round) {
-        if (device->OpenDevice("0", 0)) {
-            log().clear();
-            EXPECT_TRUE(device->StopMoveUp());
-            EXPECT_THAT(received(1), testing::SizeIs(1));
-        }
-        camera().unplug();
-        EXPECT_FALSE(device->StopMoveUp());
-        device->CloseDevice();
-        EXPECT_FALSE(device->OpenDevice("0", 0));
-        camera().replug();
-    }
-}
-
-TEST_F(Edge, ARequestThatHangsEndsWhenTheCameraIsUnplugged)
-{
-    ASSERT_TRUE(device->OpenDevice("0", 0));
-    camera().delay(std::chrono::hours(1));
-    std::thread hand([this] {
-        while (camera().requestsUnderWay() == 0)
-            std::this_thread::yield();
-        camera().unplug();
-    });
-    long out = untouched;
-    EXPECT_FALSE(device->GetContrast(&out));
-    EXPECT_EQ(out, untouched);
-    hand.join();
-    device->CloseDevice();
-    EXPECT_FALSE(device->OpenDevice("0", 0));
 }
 
 } // namespace
