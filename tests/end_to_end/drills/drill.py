@@ -1,0 +1,213 @@
+# Copyright (c) 2026 The PTZ panel developers
+# SPDX-License-Identifier: MIT
+
+"""What a drill is: one row of a table, and what is checked in each."""
+
+import os
+import random
+from collections import namedtuple
+from dataclasses import dataclass, field
+from typing import Callable
+
+import pytest
+
+from harness import face, requests
+from harness.pictures import shows
+from harness.waiting import wait_for
+
+PATIENCE = float(os.environ.get("PTZ_DRILL_PATIENCE", "20"))
+"""Seconds to wait for what follows a fault: such a machine is not only faulty but busy."""
+
+SEED = int(os.environ.get("PTZ_DRILL_SEED", "1"))
+
+# Use of freed memory shows itself: what is given back is filled with this byte.
+SCRIBBLE = {"MALLOC_PERTURB_": "165"}
+
+
+@dataclass
+class Row:
+    """One fault at one moment. run gets a Drill and brings the fault about; how is what the panel
+    is started with."""
+    fault: str
+    moment: str
+    outcome: str
+    run: Callable
+    how: dict = field(default_factory=dict)
+    seen_failing: str = ""
+
+    @property
+    def name(self):
+        return f"{self.fault}, {self.moment}" if self.moment else self.fault
+
+
+def drill_rows(rows):
+    """Makes one test of each row."""
+    names = [row.name for row in rows]
+    assert len(set(names)) == len(names), "two rows of the same name"
+    return pytest.mark.parametrize("row", rows, ids=names)
+
+
+Memory = namedtuple("Memory", "kibibytes files threads")
+
+
+class Drill:
+    """A panel that something happens to."""
+
+    def __init__(self, row, panel, desktop, folder):
+        self.row = row
+        self.panel = panel
+        self.desktop = desktop
+        self.random = random.Random(f"{SEED} {row.name}")
+        devices = row.how.get("devices", 1)
+        self.devices = devices if isinstance(devices, int) else len(devices.split(","))
+        self.exit_code = None
+        self.patience = PATIENCE
+        self.folder = folder
+        """A folder for the row alone, which the panel finds as PTZ_DRILL_FOLDER."""
+        self.other_processes = []
+        """Ended with the row."""
+
+    def tell(self, command):
+        return self.panel.cameras.tell(command)
+
+    # Coming up.
+
+    def up(self):
+        """Waits until the panel has looked for cameras once and shows what it found."""
+        self.wait(lambda: shows(self.panel, "btn_mute", "no_mute.png") or self.panel.notices(),
+                  "the panel to look for cameras")
+        return self
+
+    def ready(self):
+        """The panel has opened the first camera, and the keyboard is its own."""
+        self.up()
+        self.desktop.windows.activate(self.panel.window)
+        return self
+
+    def wait(self, condition, what):
+        def living():
+            if self.exit_code is None and not self.panel.is_running():
+                pytest.fail(f"the panel ended ({self.panel.ended()}) while waiting for {what}: "
+                            + self.panel.output(), pytrace=False)
+            return condition()
+        return wait_for(living, what, self.patience)
+
+    # What must hold afterwards.
+
+    def answers(self):
+        """The panel answers its operator: the focus button changes its face, and back again."""
+        for face_now in ("MF.png", "AF.png"):
+            self.panel.click("btn_af")
+            self.wait(lambda: shows(self.panel, "btn_af", face_now), f"the focus button: {face_now}")
+
+    def drives(self, camera=1):
+        """The keyboard drives this camera, and the camera stands still afterwards."""
+        self.desktop.windows.activate(self.panel.window)
+        self.panel.received()
+        with self.desktop.keyboard.without_repeat():
+            self.desktop.keyboard.tap("Right")
+        assert self.panel.received() == [
+            requests.pan(+1, 21, camera), requests.halt(camera), requests.halt_zoom(camera)]
+        self.at_rest(camera)
+
+    def receives_nothing_from_controls(self):
+        """Every control is used and no camera receives anything."""
+        start = len(self.panel.log.requests())
+        use_every_control(self)
+        self.answers()
+        assert self.panel.log.requests()[start:] == []
+
+    def velocities(self, camera):
+        words = self.tell(f"state {camera}").split()
+        return {name: int(value) for name, value in
+                (word.split("=", 1) for word in words if "_velocity=" in word)}
+
+    def at_rest(self, camera=1):
+        """Nothing moves at the camera any more."""
+        self.wait(lambda: not any(self.velocities(camera).values()),
+                  f"camera {camera} to stand still")
+
+    def moves(self, camera=1):
+        self.wait(lambda: any(self.velocities(camera).values()), f"camera {camera} to move")
+
+    def ends_with(self, code):
+        assert self.end() == code, self.panel.output()
+
+    def end(self):
+        """Waits for the end of the panel and returns its exit code."""
+        wait_for(lambda: not self.panel.is_running(), "the panel to end", self.patience)
+        self.exit_code = self.panel.ended()
+        return self.exit_code
+
+    def finish(self):
+        """What holds after every drill, whatever the fault was."""
+        if self.exit_code is None:
+            assert self.panel.is_running(), \
+                f"the panel ended ({self.panel.ended()}): {self.panel.output()}"
+        lines = self.panel.log.lines()
+        for camera in range(1, self.devices + 1):
+            own = [line for line in lines if line.camera == camera]
+            assert requests_after_unplug(own) <= 1
+            assert moving_axes(own) == []
+
+    # Figures.
+
+    def memory(self):
+        folder = f"/proc/{self.panel.process_id}"
+        with open(f"{folder}/smaps_rollup", encoding="ascii") as sums:
+            sizes = {line.split(":")[0]: line.split()[1] for line in sums if line.startswith("Priv")}
+        return Memory(sum(map(int, sizes.values())), len(os.listdir(f"{folder}/fd")),
+                      len(os.listdir(f"{folder}/task")))
+
+
+_EVENTS = ("OPEN", "CLOSE", "UNPLUG", "REPLUG")
+
+
+def requests_after_unplug(lines):
+    """How many requests reached a camera that was not there. One may have been on its way when the
+    log noted the unplugging."""
+    count = most = 0
+    plugged = True
+    for line in lines:
+        if line.what in ("UNPLUG", "REPLUG"):
+            plugged = line.what == "REPLUG"
+            count = 0
+        elif not plugged and line.what not in _EVENTS and line.result not in ("gone", "cancelled"):
+            count += 1
+            most = max(most, count)
+    return most
+
+
+_DIRECTION_BYTES = {"pantilt_relative": (0, 2), "zoom_relative": (0,), "focus_relative": (0,)}
+
+
+def moving_axes(lines):
+    """The controls that were last told to move. A camera that is unplugged stops by itself."""
+    moving = set()
+    for line in lines:
+        if line.what == "UNPLUG":
+            moving.clear()
+        if line.what != "SET_CUR" or line.result != "ok" or line.control not in _DIRECTION_BYTES:
+            continue
+        data = bytes.fromhex(line.data)
+        moving.discard(line.control)
+        if any(data[place] for place in _DIRECTION_BYTES[line.control]):
+            moving.add(line.control)
+    return sorted(moving)
+
+
+def use_every_control(drill):
+    """A finger on everything but close, minimise and the camera buttons."""
+    panel, desktop = drill.panel, drill.desktop
+    panel.click("btn_setting")
+    for control in face.BUTTONS:
+        if control not in ("btn_setting", "btn_min", "btn_close", "btn_ok", "btn_af") \
+                and not control.startswith("btn_cam"):
+            panel.click(control)
+    for control in ("joystick", "slider_zoom", *(f"slider_{name}" for name in face.SETTINGS)):
+        x, y = panel.middle_of(control)
+        desktop.mouse.drag((x, y), (x + 20, y - 30), (x + 40, y - 40))
+    panel.click("btn_ok")
+    desktop.windows.activate(panel.window)
+    for key in ("Right", "Up", "Left", "Down", "t", "w", "f", "m", "p", "3"):
+        desktop.keyboard.tap(key)

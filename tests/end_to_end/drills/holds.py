@@ -1,0 +1,91 @@
+# Copyright (c) 2026 The PTZ panel developers
+# SPDX-License-Identifier: MIT
+
+"""What a hand may be doing when a fault strikes."""
+
+import contextlib
+import itertools
+
+from harness import face
+
+
+@contextlib.contextmanager
+def idle(drill):
+    yield
+
+
+def key(name):
+    @contextlib.contextmanager
+    def hold(drill):
+        with drill.desktop.keyboard.held(name):
+            drill.moves()
+            yield
+    return hold
+
+
+@contextlib.contextmanager
+def joystick(drill):
+    x, y = drill.panel.middle_of("joystick")
+    with drill.desktop.mouse.held(x, y):
+        steps = itertools.cycle((48, 50))
+
+        # Only every second movement is painted, and what is painted counts.
+        def push():
+            step = next(steps)
+            drill.desktop.mouse.move_to(x + step, y - step)
+            return any(drill.velocities(1).values())
+        drill.wait(push, "the camera to follow the joystick")
+        yield
+
+
+def _lens(control):
+    @contextlib.contextmanager
+    def hold(drill):
+        if control == "slider_focus":
+            drill.panel.click("btn_af")
+        x, y = lens_handle(drill.panel, control)
+        with drill.desktop.mouse.held(x, y):
+            for step in (10, 20, 30):
+                drill.desktop.mouse.move_to(x, y - step)
+            drill.moves()
+            yield
+        if control == "slider_focus" and drill.panel.is_running() and drill.panel.is_visible():
+            drill.panel.click("btn_af")
+    return hold
+
+
+zoom_slider = _lens("slider_zoom")
+focus_slider = _lens("slider_focus")
+
+
+@contextlib.contextmanager
+def settings_slider(drill):
+    """Brightness, from the middle of its range to the right."""
+    drill.panel.click("btn_setting")
+    x, y = drill.panel.middle_of("slider_brightness")
+    start = len(drill.panel.log.settings())
+    with drill.desktop.mouse.held(x, y):
+        drill.desktop.mouse.move_to(x + 20, y)
+        drill.wait(lambda: any("brightness" in request
+                               for request in drill.panel.log.settings()[start:]),
+                   "the camera to get a brightness")
+        yield
+    if drill.panel.is_running() and drill.panel.is_visible():
+        drill.panel.click("btn_ok")
+
+
+def lens_handle(panel, control):
+    """Where the handle of a lens slider stands at rest."""
+    rectangle = face.CONTROLS[control]
+    return panel.on_screen(rectangle.x + rectangle.width // 2, rectangle.y + 65)
+
+
+MOTIONS = [
+    ("an arrow key held", key("Right")),
+    ("a zoom key held", key("t")),
+    ("the joystick held", joystick),
+    ("the zoom slider held", zoom_slider),
+    ("the focus slider held", focus_slider),
+]
+
+MOMENTS = [("idle", idle), *MOTIONS, ("a settings slider held", settings_slider)]

@@ -1,0 +1,60 @@
+# Copyright (c) 2026 The PTZ panel developers
+# SPDX-License-Identifier: MIT
+
+"""What the settings panel makes of what a camera answers."""
+
+from harness import face, requests
+
+RANGES = {
+    "blc": (0, 10, 0), "gamma": (100, 500, 220), "contrast": (0, 255, 128),
+    "saturation": (0, 255, 128), "brightness": (0, 255, 128), "sharpness": (0, 15, 7),
+    "wb": (2800, 6500, 4600),
+}
+"""Minimum, maximum and default of the virtual cameras, in the order in which they are read."""
+
+
+def stale_value(name):
+    """What the slider of a property that tells nothing stands at: the value that was read last, for
+    brightness none, because it alone is signed."""
+    if name == "brightness":
+        return 0
+    names = [other for other in RANGES if other != "brightness"]
+    before = names[:names.index(name)]
+    return RANGES[before[-1]][2] if before else 0
+
+
+_HANDLE = 12
+
+
+def _value(request, name):
+    """The value that the request gives that property; None when it gives another one."""
+    words = request.split()
+    if words[1:3] != ["SET_CUR", requests.PROPERTY_CONTROLS[name]]:
+        return None
+    return int.from_bytes(bytes.fromhex("".join(words[3:5])), "little", signed=name == "brightness")
+
+
+def _sent(drill, name, how):
+    """The values that the camera is sent while how() is done and seen through."""
+    start = len(drill.panel.log.lines())
+    how()
+    # The buttons below the sliders act after what was done before them.
+    drill.panel.click("btn_home")
+    drill.wait(lambda: any("roll_absolute" in request
+                           for request in drill.panel.log.settings(start)), "the home command")
+    values = [_value(request, name) for request in drill.panel.log.settings(start)]
+    return [value for value in values if value is not None]
+
+
+def grab(drill, name, where):
+    """Presses and lets go of the handle of a property's slider, which stands left (0), right (1) or
+    between. Returns the values that the camera is sent."""
+    left, top, width, height = face.CONTROLS[f"slider_{name}"]
+    x = left + _HANDLE // 2 + round(where * (width - _HANDLE))
+    return _sent(drill, name,
+                 lambda: drill.desktop.mouse.click(*drill.panel.on_screen(x, top + height // 2)))
+
+
+def ask_for_default(drill, name):
+    """Clicks the default button. Returns the values of the property that the camera is sent."""
+    return _sent(drill, name, lambda: drill.panel.click("btn_default"))

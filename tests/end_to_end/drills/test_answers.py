@@ -1,0 +1,105 @@
+# Copyright (c) 2026 The PTZ panel developers
+# SPDX-License-Identifier: MIT
+
+"""Cameras that refuse requests, or answer with too few bytes or none."""
+
+from drill import Row, drill_rows, use_every_control
+from harness.requests import PROPERTY_CONTROLS
+from holds import MOTIONS
+from image import ask_for_default, grab, stale_value
+
+UNREAD = ("lives; the range shrinks to the last answer, every control is harmless; is driven when "
+          "the camera is well again")
+LOST = "lives; every control is harmless until the next start"
+CONTROLS = [
+    "pantilt_absolute", "pantilt_relative", "zoom_absolute", "zoom_relative", "focus_absolute",
+    "focus_relative", "focus_auto", "roll_absolute", "white_balance_temperature_auto", "gain",
+    "power_line_frequency",
+]
+
+
+def use_and_recover(drill, heal):
+    use_every_control(drill)
+    drill.answers()
+    drill.tell(heal)
+    drill.panel.received()
+    drill.panel.click("btn_cam1")
+    drill.drives()
+
+
+def one_control(heal):
+    def run(drill):
+        use_and_recover(drill.ready(), heal)
+    return run
+
+
+def one_property(name, heal):
+    def run(drill):
+        drill.ready().panel.click("btn_setting")
+        # A slider without a range cannot be grabbed.
+        assert grab(drill, name, where=0) == []
+        assert ask_for_default(drill, name) == [stale_value(name)]
+        drill.panel.click("btn_ok")
+        use_and_recover(drill, heal)
+    return run
+
+
+def unreadable(heal):
+    """A camera whose brightness cannot be read is not opened again."""
+    def run(drill):
+        drill.ready().receives_nothing_from_controls()
+        drill.tell(heal)
+        drill.panel.click("btn_cam1")
+        drill.receives_nothing_from_controls()
+    return run
+
+
+def everything_at_work(hold):
+    def run(drill):
+        drill.ready()
+        with hold(drill):
+            drill.tell("stall 1 all")
+        use_every_control(drill)
+        drill.answers()
+        drill.tell("unstall 1")
+        drill.panel.received()
+        # The camera refused its stops.
+        drill.desktop.keyboard.tap("Right")
+        drill.desktop.mouse.click(*drill.panel.middle_of("slider_zoom"))
+        drill.panel.received()
+        drill.drives()
+    return run
+
+
+def stalled(control):
+    return {"faults": [f"stall 1 {control}"]}
+
+
+def cut(control, count):
+    return {"faults": [f"short 1 {control} {count}"]}
+
+
+READABLE = {name: control for name, control in PROPERTY_CONTROLS.items() if name != "brightness"}
+
+ROWS = [
+    *[Row(f"stall of {control}", "from the start", "lives; is driven when the camera is well again",
+          one_control("unstall 1"), stalled(control)) for control in CONTROLS],
+    *[Row(f"stall of {control}", "from the start", UNREAD, one_property(name, "unstall 1"),
+          stalled(control)) for name, control in READABLE.items()],
+    *[Row(f"stall of {control}", "from the start", LOST, unreadable("unstall 1"), stalled(control))
+      for control in ("brightness", "all")],
+    *[Row("stall of all", moment, "lives; is driven when the camera is well again",
+          everything_at_work(hold)) for moment, hold in MOTIONS[:4]],
+    *[Row(f"{count or 'no'} byte{'s' * (not count)} of {control}", "from the start", UNREAD,
+          one_property(name, "full 1"), cut(control, count))
+      for count in (0, 1) for name, control in PROPERTY_CONTROLS.items()],
+    Row("no bytes of power_line_frequency", "from the start",
+        "lives; is driven when the camera is well again", one_control("full 1"),
+        cut("power_line_frequency", 0)),
+]
+
+
+@drill_rows(ROWS)
+def test_drill(row, drill):
+    row.run(drill)
+    drill.finish()

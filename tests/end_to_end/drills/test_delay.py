@@ -1,0 +1,95 @@
+# Copyright (c) 2026 The PTZ panel developers
+# SPDX-License-Identifier: MIT
+
+"""Cameras that take their time: 50 ms and 1 s for each request."""
+
+import signal
+
+from drill import Row, drill_rows
+from harness import requests
+from holds import MOTIONS, key, settings_slider
+
+LATE = 3
+"""So many starts may follow a release: one is on its way and one or two were typed before it."""
+
+CHOOSING = 120.0
+"""Seconds that the panel may take to read a camera at a second for each of 34 requests."""
+
+
+def driven(milliseconds, hold):
+    def run(drill):
+        drill.ready()
+        drill.tell(f"delay 1 {milliseconds}")
+        with hold(drill):
+            pass
+        drill.at_rest()
+        drill.tell("delay 1 0")
+        drill.drives()
+    return run
+
+
+def long_held(milliseconds, starts):
+    """The keyboard repeats faster than the camera answers."""
+    def run(drill):
+        drill.ready()
+        drill.tell(f"delay 1 {milliseconds}")
+        log = drill.panel.log
+        first = len(log.lines())
+        with drill.desktop.keyboard.held("Right"):
+            drill.wait(lambda: len(log.settings(first)) >= starts, f"{starts} starts")
+        released = len(log.lines())
+        drill.wait(lambda: requests.halt() in log.settings(released), "the camera to be stopped")
+        late = log.settings(released).index(requests.halt())
+        assert late <= LATE, f"{late} starts after the release"
+        drill.at_rest()
+        drill.tell("delay 1 0")
+        drill.drives()
+    return run
+
+
+def chosen(drill):
+    drill.ready()
+    drill.tell("delay 1 1000")
+    drill.panel.click("btn_cam1")
+    drill.patience = CHOOSING
+    drill.answers()
+    drill.tell("delay 1 0")
+    drill.drives()
+
+
+def used(drill):
+    drill.up()
+    drill.patience = CHOOSING
+    drill.panel.click("btn_setting")
+    drill.answers()
+    drill.drives()
+
+
+def ended(drill):
+    drill.ready()
+    drill.tell("delay 1 1000")
+    with key("Up")(drill):
+        drill.panel.signal(signal.SIGTERM)
+        assert drill.end() in (128 + signal.SIGTERM, 128 + signal.SIGALRM)
+
+
+MOMENTS = [MOTIONS[0], *MOTIONS[2:], ("a settings slider held", settings_slider)]
+LIVES = "lives; stops at the release"
+
+ROWS = [
+    Row("50 ms for each request", "from the start", "lives; the camera is driven", used,
+        {"faults": ["delay 1 50"]}),
+    *[Row("50 ms for each request", moment, LIVES, driven(50, hold)) for moment, hold in MOMENTS],
+    Row("50 ms for each request", "an arrow key held long", LIVES, long_held(50, 40)),
+    *[Row("1 s for each request", moment, LIVES, driven(1000, hold)) for moment, hold in MOMENTS],
+    Row("1 s for each request", "an arrow key held long", LIVES, long_held(1000, 3)),
+    Row("1 s for each request", "when the camera is chosen", "lives; the camera is driven", chosen),
+    Row("1 s for each request", "SIGTERM while an arrow key is held",
+        "ends with 143 or, after a grace period, 142; nothing moves on", ended),
+]
+
+
+@drill_rows(ROWS)
+def test_drill(row, drill):
+    row.run(drill)
+    drill.finish()

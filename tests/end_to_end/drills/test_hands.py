@@ -1,0 +1,143 @@
+# Copyright (c) 2026 The PTZ panel developers
+# SPDX-License-Identifier: MIT
+
+"""The operator's hold is lost: the keyboard or the window goes while something is held."""
+
+from drill import Row, drill_rows
+from hands_off import bring_back, notice_of_missing_camera
+from harness import face, requests
+from harness.hands import WHEEL_UP
+from holds import MOTIONS, key, lens_handle
+
+KEYS = MOTIONS[:2]
+NOT_KEYS = MOTIONS[2:]
+STOPS = "the camera stops at once"
+
+
+def another_window(drill):
+    drill.desktop.windows.open_another(10, 10)
+
+
+def minimised(drill):
+    drill.desktop.windows.minimise(drill.panel.window)
+
+
+def to_the_tray(drill):
+    drill.panel.click("btn_min")
+
+
+def another_camera(drill):
+    drill.panel.click("btn_cam2")
+
+
+def missing_camera(drill):
+    drill.panel.click("btn_cam5")
+
+
+def stops_while_held(hold, loss):
+    def run(drill):
+        drill.ready()
+        with hold(drill), drill.desktop.keyboard.without_repeat():
+            loss(drill)
+            drill.at_rest()
+        for notice in drill.panel.notices():
+            drill.desktop.windows.close(notice)
+        drill.wait(lambda: not drill.panel.notices(), "the notices to go")
+        bring_back(drill)
+        drill.at_rest()
+        drill.drives(camera=2 if loss is another_camera else 1)
+    return run
+
+
+def stops_at_the_release(hold, loss):
+    def run(drill):
+        drill.ready()
+        with hold(drill):
+            loss(drill)
+        drill.at_rest()
+        drill.drives()
+    return run
+
+
+def does_not_stutter(drill):
+    drill.ready()
+    start = len(drill.panel.log.lines())
+    with drill.desktop.keyboard.held("Right"):
+        drill.wait(lambda: len(drill.panel.log.settings(start)) >= 8, "eight repetitions")
+        while_held = drill.panel.log.settings(start)
+    assert set(while_held) == {requests.pan(+1, 21)}
+    drill.at_rest()
+
+
+def wheel_over_lens(control):
+    def run(drill):
+        drill.ready()
+        if control == "slider_focus":
+            drill.panel.click("btn_af")
+        start = len(drill.panel.log.lines())
+        drill.desktop.mouse.click(*lens_handle(drill.panel, control), button=WHEEL_UP)
+        drill.wait(lambda: any(control[7:] in request
+                               for request in drill.panel.log.settings(start)), "the lens to move")
+        drill.at_rest()
+    return run
+
+
+def wheel_over_setting(drill):
+    drill.ready().panel.click("btn_setting")
+    start = len(drill.panel.log.lines())
+    drill.desktop.mouse.click(*drill.panel.middle_of("slider_contrast"), button=WHEEL_UP)
+    sent = drill.wait(lambda: drill.panel.log.settings(start), "the camera to get a contrast")[0]
+    assert sent != requests.image_property("contrast", 128) and " contrast " in sent
+
+
+def notice_dismissed_in_the_tray(how):
+    """The notice is then the only window of the panel."""
+    def run(drill):
+        drill.up()
+        if not drill.panel.notices():
+            drill.panel.click("btn_cam4")
+        notice = notice_of_missing_camera(drill)
+        drill.panel.click("btn_min")
+        drill.wait(lambda: not drill.panel.is_visible(), "the panel to go to the tray")
+        drill.desktop.windows.activate(notice)
+        if how == "Esc":
+            drill.desktop.keyboard.tap("Escape")
+        else:
+            drill.desktop.windows.close(notice)
+        drill.wait(lambda: not drill.panel.notices(), "the notice to go")
+        bring_back(drill)
+        drill.answers()
+    return run
+
+
+NO_CAMERA = {"faults": ["unplug 1"]}
+
+ROWS = [
+    *[Row("another window takes the keyboard", moment, STOPS,
+          stops_while_held(hold, another_window)) for moment, hold in KEYS],
+    *[Row("another window comes up", moment, "the camera stops at the release",
+          stops_at_the_release(hold, another_window)) for moment, hold in NOT_KEYS],
+    *[Row("the window manager minimises the panel", moment, STOPS,
+          stops_while_held(hold, minimised)) for moment, hold in MOTIONS],
+    *[Row("the panel goes to the tray", moment, STOPS, stops_while_held(hold, to_the_tray))
+      for moment, hold in KEYS],
+    *[Row("another camera is chosen", moment, STOPS, stops_while_held(hold, another_camera),
+          {"devices": 2}) for moment, hold in KEYS],
+    *[Row("the notice of a missing camera comes up", moment, STOPS,
+          stops_while_held(hold, missing_camera)) for moment, hold in KEYS],
+    Row("a key repeats", "held", "the camera does not stutter", does_not_stutter),
+    *[Row("the wheel is turned", f"over the {name} slider", "the lens stops by itself",
+          wheel_over_lens(f"slider_{name}")) for name in ("zoom", "focus")],
+    Row("the wheel is turned", "over a settings slider", "the camera gets what is shown",
+        wheel_over_setting),
+    *[Row(f"the only notice is dismissed with {how}", f"in the tray, {state}",
+          "lives; comes back from the tray", notice_dismissed_in_the_tray(how), options)
+      for how in ("Esc", "the window manager")
+      for state, options in (("no camera", NO_CAMERA), ("missing camera", {}))],
+]
+
+
+@drill_rows(ROWS)
+def test_drill(row, drill):
+    row.run(drill)
+    drill.finish()

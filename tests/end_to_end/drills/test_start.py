@@ -1,0 +1,91 @@
+# Copyright (c) 2026 The PTZ panel developers
+# SPDX-License-Identifier: MIT
+
+"""The cable is pulled or plugged in while the panel is coming up or reading a camera."""
+
+import signal
+
+from drill import Row, drill_rows
+
+SLOW = "delay 1 20"
+READS = 32
+"""Requests with which a camera is read each time it is chosen."""
+
+
+def reads(drill):
+    return sum(line.what.startswith("GET_") for line in drill.panel.log.lines())
+
+
+def unplug_after(drill, count):
+    drill.wait(lambda: reads(drill) >= count, f"{count} reads")
+    drill.tell("unplug 1")
+
+
+def while_the_start_reads(which):
+    """The start reads the camera twice."""
+    def run(drill):
+        unplug_after(drill, which * READS + drill.random.randrange(1, READS))
+        drill.up().receives_nothing_from_controls()
+    return run
+
+
+def while_it_is_read_again(drill):
+    drill.ready()
+    drill.tell(SLOW)
+    before = reads(drill)
+    drill.panel.click("btn_cam1")
+    unplug_after(drill, before + drill.random.randrange(1, READS))
+    drill.receives_nothing_from_controls()
+    drill.panel.click("btn_cam1")
+    drill.receives_nothing_from_controls()
+
+
+def while_its_name_is_read(drill):
+    drill.wait(lambda: any(line.what == "OPEN" for line in drill.panel.log.lines()),
+               "the camera's name to be read")
+    drill.tell("unplug 1")
+    drill.up().receives_nothing_from_controls()
+
+
+def between_list_and_poll(command, afterwards):
+    """The panel is stopped as soon as its window is there, half a second before it looks for
+    cameras."""
+    def run(drill):
+        drill.panel.signal(signal.SIGSTOP)
+        drill.tell(command)
+        drill.panel.signal(signal.SIGCONT)
+        afterwards(drill.up())
+    return run
+
+
+def shows_the_notice(drill):
+    assert drill.panel.notices()
+
+
+def drives_nothing(drill):
+    drill.receives_nothing_from_controls()
+    drill.panel.click("btn_cam1")
+    drill.receives_nothing_from_controls()
+
+
+ROWS = [
+    Row("unplugged", "while the start reads the camera",
+        "lives; every control is harmless", while_the_start_reads(0), {"faults": [SLOW]}),
+    Row("unplugged", "while the start reads the camera again",
+        "lives; every control is harmless", while_the_start_reads(1), {"faults": [SLOW]}),
+    Row("unplugged", "while the chosen camera is read", "lives; every control is harmless",
+        while_it_is_read_again),
+    Row("unplugged", "after it is found, before it is opened", "lives; every control is harmless",
+        while_its_name_is_read, {"faults": ["delay 1 300"]}),
+    Row("unplugged", "after the start, before cameras are looked for", "the notice comes up",
+        between_list_and_poll("unplug 1", shows_the_notice)),
+    Row("plugged in", "after the start, before cameras are looked for",
+        "lives; every control is harmless until the next start",
+        between_list_and_poll("replug 1", drives_nothing), {"faults": ["unplug 1"]}),
+]
+
+
+@drill_rows(ROWS)
+def test_drill(row, drill):
+    row.run(drill)
+    drill.finish()

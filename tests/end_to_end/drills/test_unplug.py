@@ -1,0 +1,62 @@
+# Copyright (c) 2026 The PTZ panel developers
+# SPDX-License-Identifier: MIT
+
+"""The cable: pulled out and put back, whatever the operator is doing."""
+
+from drill import Row, drill_rows
+from holds import MOMENTS
+
+
+def pulled(hold):
+    def run(drill):
+        drill.ready()
+        with hold(drill):
+            drill.tell("unplug 1")
+        drill.answers()
+        drill.receives_nothing_from_controls()
+    return run
+
+
+def pulled_and_chosen_again(hold):
+    def run(drill):
+        drill.ready()
+        with hold(drill):
+            drill.tell("unplug 1")
+        for _ in range(3):
+            drill.panel.click("btn_cam1")
+        drill.receives_nothing_from_controls()
+        drill.panel.click("btn_cam2")
+        drill.drives(camera=2)
+    return run
+
+
+def put_back(address):
+    """Devices are those that were there at the start: the camera is not found again until then.
+    The panel must live with it, and the other camera must be there."""
+    def run(drill):
+        drill.ready()
+        drill.tell("unplug 1")
+        drill.panel.click("btn_cam1")
+        drill.answers()
+        drill.tell(f"replug 1 {address}".strip())
+        drill.panel.click("btn_cam1")
+        drill.receives_nothing_from_controls()
+        drill.panel.click("btn_cam2")
+        drill.drives(camera=2)
+    return run
+
+
+ROWS = [
+    *[Row("unplugged", moment, "lives; every control is harmless", pulled(hold))
+      for moment, hold in MOMENTS],
+    *[Row("unplugged and chosen again", moment, "lives; the other camera is driven",
+          pulled_and_chosen_again(hold), {"devices": 2}) for moment, hold in MOMENTS],
+    Row("put back at the same address and chosen again", "idle", "?", put_back(""), {"devices": 2}),
+    Row("put back at another address and chosen again", "idle", "?", put_back("77"), {"devices": 2}),
+]
+
+
+@drill_rows(ROWS)
+def test_drill(row, drill):
+    row.run(drill)
+    drill.finish()

@@ -1,0 +1,109 @@
+# Copyright (c) 2026 The PTZ panel developers
+# SPDX-License-Identifier: MIT
+
+"""Virtual cameras: what they are told to do, and what they tell."""
+
+import os
+import re
+import socket
+from collections import namedtuple
+
+from . import requests
+from .waiting import wait_for
+
+LogLine = namedtuple("LogLine", "time camera what control data result")
+"""One line of the camera log: the time in seconds, the number of the camera, what happened (a
+request code such as SET_CUR, or OPEN, CLOSE, UNPLUG, REPLUG), and for requests the control, the
+bytes and the outcome."""
+
+_LINE = re.compile(
+    r"(?P<time>\d+\.\d+) cam(?P<camera>\d+) (?P<what>[A-Z_]+)(?: (?P<control>[a-z_]+))?"
+    r"(?: [^\[\]]*?)?(?: \[(?P<data>[0-9a-f ]*)\])?(?: (?P<result>[a-z]+))?")
+_EVENTS = ("OPEN", "CLOSE", "UNPLUG", "REPLUG")
+
+
+def parse(line):
+    found = _LINE.fullmatch(line)
+    assert found, f"not a line of a camera log: {line!r}"
+    what = found["what"]
+    if what in _EVENTS:
+        return LogLine(float(found["time"]), int(found["camera"]), what, None, "", "ok")
+    return LogLine(float(found["time"]), int(found["camera"]), what, found["control"],
+                   found["data"] or "", found["result"])
+
+
+def as_request(line):
+    """The text in which tests expect a request, as harness.requests writes it."""
+    words = [f"cam{line.camera}", line.what, line.control]
+    if line.what == "SET_CUR":
+        words.append(line.data)
+    if line.result != "ok":
+        words.append(line.result)
+    return " ".join(word for word in words if word)
+
+
+class CameraLog:
+    """The log file of a row of virtual cameras, read while it grows."""
+
+    def __init__(self, path):
+        self._path = path
+        self._file = None
+        self._unfinished = ""
+        self._lines = []
+
+    def lines(self):
+        """Everything up to now."""
+        if self._file is None and self._path.exists():
+            self._file = open(self._path, encoding="utf-8")
+        if self._file:
+            *finished, self._unfinished = (self._unfinished + self._file.read()).split("\n")
+            self._lines.extend(parse(line) for line in finished)
+        return self._lines
+
+    def requests(self, start=0):
+        """The requests from that line on, as texts."""
+        return [as_request(line) for line in self.lines()[start:] if line.what not in _EVENTS]
+
+    def settings(self, start=0):
+        """The requests that change something at a camera, from that line on."""
+        return [request for request in self.requests(start) if " SET_CUR " in request]
+
+    def await_requests(self, expected, start=0):
+        """Waits for so many requests, and fails unless they are the expected ones."""
+        expected = list(expected)
+        wait_for(lambda: len(self.requests(start)) >= len(expected),
+                 f"{expected}; there are {self.requests(start)}")
+        assert self.requests(start) == expected
+
+    def value_read(self, code, name):
+        """What the first camera answered last for an image property, such as "GET_MAX", "gamma"."""
+        control = requests.PROPERTY_CONTROLS.get(name, "power_line_frequency")
+        answers = [line.data for line in self.lines()
+                   if line.what == code and line.control == control and line.result == "ok"]
+        return int.from_bytes(bytes.fromhex(answers[-1]), "little", signed=name == "brightness")
+
+
+class CameraControl:
+    """Does things to the cameras while the panel runs: "unplug 2", "stall 1 brightness"."""
+
+    def __init__(self, path):
+        self._path = path
+        self._socket = None
+
+    def tell(self, command):
+        """Gives the command and returns the answer once it is in force."""
+        if self._socket is None:
+            wait_for(lambda: os.path.exists(self._path), "the cameras to listen")
+            self._socket = socket.socket(socket.AF_UNIX)
+            self._socket.connect(str(self._path))
+            self._answers = self._socket.makefile(encoding="utf-8")
+        self._socket.sendall(f"{command}\n".encode())
+        answer = self._answers.readline().strip()
+        assert answer.startswith("ok"), f"{command}: {answer}"
+        return answer
+
+    def close(self):
+        if self._socket is not None:
+            self._answers.close()
+            self._socket.close()
+            self._socket = None

@@ -1,0 +1,213 @@
+# Copyright (c) 2026 The PTZ panel developers
+# SPDX-License-Identifier: MIT
+
+"""The built panel on a desktop, with virtual cameras beneath it."""
+
+import os
+import shutil
+import signal
+import tempfile
+from pathlib import Path
+
+from . import face, processes, requests
+from .cameras import CameraControl, CameraLog
+from .waiting import wait_for
+
+# Two keys whose requests no test expects one after the other, and two for when one of those is held.
+_LAST_KEYS = [("7", "3"), ("8", "4")]
+
+
+def binary(name):
+    """The path of a program of the build under test."""
+    folder = os.environ.get("PTZ_BIN_DIR")
+    if not folder:
+        raise RuntimeError("PTZ_BIN_DIR must name the bin folder of the build under test")
+    return str(Path(folder) / name)
+
+
+class Panel:
+    """Starts the panel and shows the way to its controls. Use it in a with statement.
+
+    Plugged in are so many cameras, or a list of devices such as "storage,camera"; faults are
+    commands such as "stall 1 brightness" that are in force from the start, and descriptions are
+    options such as "brightness=-64:64:0:10". A command that the panel is started through gets it as
+    its last argument."""
+
+    def __init__(self, desktop, devices=1, faults=(), descriptions=(), environment=None,
+                 through=()):
+        self.desktop = desktop
+        self._windows = desktop.windows
+        self._folder = Path(tempfile.mkdtemp(prefix="ptz-panel-"))
+        self.log = CameraLog(self._folder / "cameras.log")
+        self.cameras = CameraControl(self._folder / "cameras.control")
+        self._seen = 0
+        options = ["--cameras" if isinstance(devices, int) else "--devices", str(devices),
+                   "--log", str(self._folder / "cameras.log"),
+                   "--control", str(self._folder / "cameras.control")]
+        for fault in faults:
+            options += ["--at-start", fault]
+        for description in descriptions:
+            options += ["--option", description]
+        self._process = processes.start(
+            [binary("virtual-camera"), *options, "--", *through, binary("ptz-panel")],
+            dict(desktop.environment, **(environment or {})), log=self._folder / "output")
+        self.process_id = None
+
+    def __enter__(self):
+        try:
+            self.window = self._await_window("MainWindow")
+            self.process_id = self._windows.process_of(self.window)
+        except BaseException:
+            self.close()
+            raise
+        return self
+
+    def __exit__(self, *_):
+        self.close()
+
+    def close(self):
+        """Ends the panel if it still runs, and throws away what it left."""
+        self.cameras.close()
+        if self._process.poll() is None and self.process_id:
+            self.signal(signal.SIGKILL)
+            wait_for(lambda: self._process.poll() is not None, "the cameras to end")
+        processes.stop(self._process)
+        shutil.rmtree(self._folder, ignore_errors=True)
+
+    # The process.
+
+    def signal(self, number):
+        os.kill(self.process_id, number)
+
+    def ended(self):
+        """Waits for the end and returns the exit code, 128 + n when it was signal n."""
+        return wait_for(lambda: (self._process.poll(),) if self._process.poll() is not None
+                        else None, "the panel to end")[0]
+
+    def is_running(self):
+        return self._process.poll() is None
+
+    def output(self):
+        """What the panel wrote, on standard output and on standard error."""
+        return (self._folder / "output").read_text(errors="replace")
+
+    # What the cameras received.
+
+    def opened(self):
+        """Waits until the first camera has been opened twice and read, as at every start, and the
+        panel has the keyboard. What came up to then does not count as received."""
+        last_read = "power_line_frequency"
+        wait_for(lambda: sum(line.what == "GET_DEF" and line.control == last_read
+                             for line in self.log.lines()) == 2, "the first camera to be opened")
+        wait_for(lambda: self._windows.has_keyboard(self.window), "the panel to get the keyboard")
+        self.received()
+        return self
+
+    def received(self):
+        """What the cameras received since the last call, nothing being under way any more: two
+        more requests are let through, and everything before them is returned. The panel must have
+        the keyboard and a camera."""
+        keyboard = self.desktop.keyboard
+        keys = next(keys for keys in _LAST_KEYS if not keyboard.held_keys.intersection(keys))
+        for key in keys:
+            keyboard.tap(key)
+        last = [[requests.call_preset(int(key), camera) for key in keys] for camera in range(1, 10)]
+
+        def end():
+            found = self.so_far()
+            ends = [i for i in range(len(found) - 1) if found[i:i + 2] in last]
+            return [found[:ends[0]]] if ends else None
+
+        result = wait_for(end, lambda: f"the requests of the keys {keys} after {self.so_far()}")[0]
+        self.forget()
+        return result
+
+    def so_far(self):
+        """What has arrived since the last call of received(); more may be under way."""
+        return self.log.requests(self._seen)
+
+    def forget(self):
+        """What has arrived up to now does not count as received."""
+        self._seen = len(self.log.lines())
+
+    def await_requests(self, expected):
+        """Waits for exactly these requests since the last call of received()."""
+        self.log.await_requests(expected, self._seen)
+
+    # The window and its controls.
+
+    def place(self):
+        return self._windows.place(self.window)
+
+    def is_visible(self):
+        return self._windows.is_visible(self.window)
+
+    def has_keyboard(self):
+        return self._windows.has_keyboard(self.window)
+
+    def on_screen(self, x, y):
+        """The place on the screen of a place in the window."""
+        place = self.place()
+        return place.x + x, place.y + y
+
+    def middle_of(self, control):
+        """The place on the screen of the control's middle."""
+        return self.on_screen(*face.centre(face.CONTROLS[control]))
+
+    def click(self, control):
+        self.desktop.mouse.click(*self.middle_of(control))
+
+    def picture_of(self, control):
+        """What the control looks like now."""
+        rectangle = face.CONTROLS[control]
+        return self.desktop.screenshot(
+            *self.on_screen(rectangle.x, rectangle.y), rectangle.width, rectangle.height)
+
+    def drag_to(self, x, y):
+        """Drags the window by its background until its corner is there."""
+        before = self.place()
+        grip = self.on_screen(*face.BACKGROUND)
+        self.desktop.mouse.drag(grip, (grip[0] + x - before.x, grip[1] + y - before.y))
+        wait_for(lambda: self.place()[:2] == (x, y), f"the window to be at {(x, y)}")
+
+    def tray_icon(self):
+        """The panel's window in the tray, or none."""
+        for window in self._windows.of_same_client(self.window):
+            if self._windows.is_visible(window) and self._windows.place(window).width <= 64:
+                return window
+        return None
+
+    def double_click_tray_icon(self):
+        icon = wait_for(self.tray_icon, "the icon in the tray")
+        self.desktop.mouse.double_click(*face.centre(self._windows.place(icon)))
+
+    # The notices.
+
+    def notices(self):
+        """The notices on the screen, the lowest first."""
+        return self._windows.visible("Dialog", self.process_id)
+
+    def await_notices(self, count):
+        """Waits until there are so many notices, and returns them."""
+        wait_for(lambda: len(self.notices()) == count,
+                 lambda: f"{count} notices; there are {len(self.notices())}")
+        return self.notices()
+
+    def click_notice(self, notice, rectangle):
+        """Clicks in the middle of a rectangle of the notice."""
+        place = self._windows.place(notice)
+        x, y = face.centre(rectangle)
+        self.desktop.mouse.click(place.x + x, place.y + y)
+
+    def dismiss_notices(self):
+        """Clicks OK on every missing-camera notice, the topmost first."""
+        while notices := self.notices():
+            self.click_notice(notices[-1], face.MISSING_CAMERA_NOTICE["btn_ok"])
+            self.await_notices(len(notices) - 1)
+
+    def _await_window(self, title):
+        def found():
+            if not self.is_running():
+                raise AssertionError(f"the panel ended: {self.output()}")
+            return self._windows.visible(title)
+        return wait_for(found, f"the window {title}")[0]

@@ -1,0 +1,26 @@
+# Copyright (c) 2026 The PTZ panel developers
+# SPDX-License-Identifier: MIT
+
+"""Waiting for something to become true."""
+
+import time
+
+DEADLINE = 5.0
+"""Seconds after which something that should have happened counts as not happening. Generous: the
+machine may be busy, and a test that passes never waits that long."""
+
+
+def wait_for(condition, what, deadline=DEADLINE):
+    """Returns the first true value of condition(), or fails naming what was awaited; what may be
+    a function that tells it then."""
+    give_up = time.monotonic() + deadline
+    pause = 0.002
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > give_up:
+            what = what() if callable(what) else what
+            raise AssertionError(f"still waiting after {deadline:g} s: {what}")
+        time.sleep(pause)
+        pause = min(pause * 1.5, 0.05)

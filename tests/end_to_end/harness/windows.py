@@ -1,0 +1,147 @@
+# Copyright (c) 2026 The PTZ panel developers
+# SPDX-License-Identifier: MIT
+
+"""What stands on the screen: windows, their places, the one that has the keyboard."""
+
+from collections import namedtuple
+
+from Xlib import X, Xatom, Xutil, error
+from Xlib.protocol import event
+
+from .waiting import wait_for
+
+Place = namedtuple("Place", "x y width height")
+
+
+class Windows:
+    """Looks at all windows of an X server, and asks its window manager for things."""
+
+    def __init__(self, display):
+        self._display = display
+        self._root = display.screen().root
+
+    def root_property(self, name):
+        return self.property(self._root, name)
+
+    def property(self, window, name):
+        """The values of a window's property, or nothing."""
+        try:
+            found = window.get_full_property(self._display.intern_atom(name), X.AnyPropertyType)
+        except error.XError:
+            return None
+        return found.value if found else None
+
+    def all(self):
+        """Every window there is, the root first, each with its depth-first descendants."""
+        pending = [self._root]
+        while pending:
+            window = pending.pop()
+            yield window
+            try:
+                pending.extend(reversed(window.query_tree().children))
+            except error.XError:
+                pass
+
+    def visible(self, title, process=None):
+        """The windows of that title on the screen, the lowest first."""
+        return [window for window in self.all()
+                if self._title(window) == title and self.is_visible(window)
+                and process in (None, self.process_of(window))]
+
+    def is_visible(self, window):
+        try:
+            return window.get_attributes().map_state == X.IsViewable
+        except error.XError:
+            return False
+
+    def place(self, window):
+        """Where the window's inside is on the screen, and how large it is."""
+        size = window.get_geometry()
+        corner = self._root.translate_coords(window, 0, 0)
+        return Place(corner.x, corner.y, size.width, size.height)
+
+    def process_of(self, window):
+        """The id of the process that owns the window, if it told."""
+        found = self.property(window, "_NET_WM_PID")
+        return found[0] if found else None
+
+    def of_same_client(self, window):
+        """The windows that were made by the program that made this one."""
+        base = ~self._display.display.info.resource_id_mask
+        return [other for other in self.all() if other.id & base == window.id & base]
+
+    def has_state(self, window, name):
+        """Whether the window manager keeps the window in that state, such as _NET_WM_STATE_ABOVE."""
+        states = self.property(window, "_NET_WM_STATE")
+        return states is not None and self._display.intern_atom(name) in states
+
+    def has_keyboard(self, window):
+        """Whether what is typed goes to the window."""
+        try:
+            focus = self._display.get_input_focus().focus
+        except error.XError:
+            return False
+        return getattr(focus, "id", None) == window.id
+
+    def activate(self, window):
+        """Gives the window the keyboard, as a task bar does."""
+        self._ask(window, "_NET_ACTIVE_WINDOW", [2, X.CurrentTime, 0, 0, 0])
+        wait_for(lambda: self.has_keyboard(window), "the window to get the keyboard")
+
+    def minimise(self, window):
+        """Has the window manager turn the window into an icon."""
+        self._ask(window, "WM_CHANGE_STATE", [Xutil.IconicState, 0, 0, 0, 0])
+
+    def close(self, window):
+        """Has the window manager close the window, as its menu does."""
+        self._ask(window, "_NET_CLOSE_WINDOW", [X.CurrentTime, 2, 0, 0, 0])
+
+    def open_another(self, x, y):
+        """Puts up a window of another program, which takes the keyboard."""
+        window = self._root.create_window(
+            x, y, 200, 100, 0, self._display.screen().root_depth,
+            background_pixel=self._display.screen().white_pixel)
+        window.set_wm_name("another window")
+        window.set_wm_hints(flags=Xutil.InputHint | Xutil.StateHint, input=True,
+                            initial_state=Xutil.NormalState)
+        window.set_wm_normal_hints(flags=Xutil.USPosition, x=x, y=y)
+        window.map()
+        wait_for(lambda: self.is_visible(window), "another window to appear")
+        self.activate(window)
+        return window
+
+    def selected_text(self, requestor_title="selection reader"):
+        """What is marked on the screen, in whatever program."""
+        reader = self._root.create_window(-10, -10, 1, 1, 0, X.CopyFromParent)
+        try:
+            answer = self._display.intern_atom("PTZ_SELECTED_TEXT")
+            text = self._display.intern_atom("UTF8_STRING")
+            reader.set_wm_name(requestor_title)
+            reader.convert_selection(Xatom.PRIMARY, text, answer, X.CurrentTime)
+            found = wait_for(lambda: self._selection_answer(reader), "the marked text")
+            if found.property == X.NONE:
+                return ""
+            return reader.get_full_property(answer, X.AnyPropertyType).value.decode()
+        finally:
+            reader.destroy()
+            self._display.sync()
+
+    def _selection_answer(self, reader):
+        while self._display.pending_events():
+            happened = self._display.next_event()
+            if happened.type == X.SelectionNotify and happened.requestor == reader:
+                return happened
+        return None
+
+    def _title(self, window):
+        try:
+            return window.get_wm_name()
+        except error.XError:
+            return None
+
+    def _ask(self, window, message, data):
+        request = event.ClientMessage(
+            window=window, client_type=self._display.intern_atom(message), data=(32, data))
+        self._root.send_event(
+            request, event_mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask)
+        self._display.sync()

@@ -1,0 +1,114 @@
+#!/usr/bin/env python3
+# Copyright (c) 2026 The PTZ panel developers
+# SPDX-License-Identifier: MIT
+
+"""Operates the panel at random for a long time, as fast as it can be done, with cameras coming and
+going. The same seed does the same things.
+
+At every rest each motion that was started must have been stopped. At the end the panel must hold no
+more memory, open files or threads than at the beginning, but for what it keeps on purpose."""
+
+import argparse
+import collections
+import json
+import os
+import random
+import sys
+import time
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
+
+# pylint: disable=wrong-import-position
+from figures import Motions, complaints, growth, measure
+from harness.desktop import Desktop
+from harness.panel import Panel
+from harness.waiting import wait_for
+from restless import CAMERAS, Operator
+
+OPERATIONS_BETWEEN_RESTS = 100
+
+
+class Failure(Exception):
+    """Something that must not happen did."""
+
+
+def rest(operator, panel, motions):
+    """Waits until everything is done, and fails if something still moves."""
+    operator.settle()
+    try:
+        # A step of the mouse wheel is let go a fifth of a second later.
+        wait_for(lambda: not motions.follow(panel.log.lines()), "every motion to stop", 10)
+    except AssertionError:
+        raise Failure(f"still moving: {motions.follow(panel.log.lines())}") from None
+
+
+def operate(panel, seed, seconds):
+    """The samples, how often what was done, and the number of motions that were started."""
+    operator = Operator(panel, random.Random(seed))
+    motions = Motions()
+    done = collections.Counter()
+    latest = collections.deque(maxlen=10)
+    samples = []
+    end = time.monotonic() + seconds
+    while time.monotonic() < end:
+        try:
+            for _ in range(OPERATIONS_BETWEEN_RESTS):
+                latest.append(operator.choose())
+                latest[-1]()
+                done[latest[-1].__name__] += 1
+            rest(operator, panel, motions)
+        except AssertionError as reason:
+            if folder := os.environ.get("PTZ_SCREENSHOTS"):
+                panel.desktop.screenshot().save(Path(folder) / f"soak-{seed}.png")
+            raise Failure(f"{reason}, after {[step.__name__ for step in latest]}") from reason
+        samples.append(measure(panel.process_id, done.total(), operator.kept.values()))
+    return samples, done, motions.started
+
+
+def soak(seed, seconds):
+    with Desktop() as desktop, Panel(desktop, CAMERAS) as panel:
+        panel.opened()
+        began = time.monotonic()
+        try:
+            samples, done, started = operate(panel, seed, seconds)
+        except Exception as reason:
+            if not panel.is_running():
+                raise Failure(f"the panel ended with {panel.ended()}: {panel.output()}") from reason
+            raise
+        requests = len(panel.log.requests())
+    difference, allowed = growth(samples)
+    return {
+        "seed": seed,
+        "minutes": round((time.monotonic() - began) / 60, 2),
+        "operations": done.total(),
+        "requests": requests,
+        "motions started and stopped": started,
+        "kept on purpose": dict(zip(("notices", "switches", "minimises"), samples[-1][4:])),
+        "growth": {"KiB": difference.kibibytes, "KiB allowed": round(allowed),
+                   "open files": difference.handles, "threads": difference.threads},
+        "done": dict(done.most_common()),
+    }, complaints(samples), samples
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--minutes", type=float, default=10)
+    parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--report", type=Path, help="write the figures to this file, as JSON")
+    arguments = parser.parse_args()
+    try:
+        figures, found, samples = soak(arguments.seed, arguments.minutes * 60)
+    except Failure as failure:
+        print(f"soak, seed {arguments.seed}: {failure}", file=sys.stderr)
+        return 1
+    print(json.dumps(figures, indent=2))
+    if arguments.report:
+        arguments.report.write_text(json.dumps(dict(figures, samples=samples), indent=1))
+    for complaint in found:
+        print(f"soak, seed {arguments.seed}: {complaint}", file=sys.stderr)
+    return 1 if found else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
