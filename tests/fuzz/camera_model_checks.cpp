@@ -89,11 +89,13 @@ CheckedCamera::CheckedCamera(CameraDescription description)
 void CheckedCamera::request(const ControlRequest &request)
 {
     const CameraState before = m_camera.state();
+    const Bytes valueBefore = valueOf(request);
     const Answer answer = m_camera.answer(request);
     checkLogLine(request, answer);
     checkState();
     if (answer.stalled || request.hostReads())
-        expect(same(before, m_camera.state()), "a request that stalls or reads changes nothing");
+        expect(same(before, m_camera.state()) && valueBefore == valueOf(request),
+            "a request that stalls or reads changes nothing");
     if (answer.stalled) {
         expect(answer.data.empty(), "a request that stalls has no answer");
         expect(m_camera.lastError() != RequestError::None, "a request stalls for a reason");
@@ -104,6 +106,16 @@ void CheckedCamera::request(const ControlRequest &request)
         checkRead(request, answer.data);
     else
         checkWritten(request);
+}
+
+// What the control that the request is for answers now. The camera does not notice.
+Bytes CheckedCamera::valueOf(const ControlRequest &request) const
+{
+    const ControlTraits *control = findControl(request.entity(), request.selector());
+    if (control == nullptr || request.interfaceNumber() != controlInterface)
+        return {};
+    CameraModel asked = m_camera;
+    return asked.answer(getRequest(*control, RequestCode::GetCur, 255)).data;
 }
 
 void CheckedCamera::wait(std::chrono::microseconds time)

@@ -28,6 +28,7 @@ public:
     void finish();
 
 private:
+    virtual_camera::Bytes valueOf(const virtual_camera::ControlRequest &request) const;
     void checkState();
     void checkRead(
         const virtual_camera::ControlRequest &request, const virtual_camera::Bytes &data);

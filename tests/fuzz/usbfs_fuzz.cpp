@@ -28,15 +28,18 @@ unsigned number(Input &input)
 // As a program hands it over: setup packet, and room for the data or the data.
 std::optional<ControlRequest> request(Input &input)
 {
-    const Bytes setup = input.exactly(8);
-    Bytes packet = setup;
-    const std::size_t length = setup[6] | static_cast<std::size_t>(setup[7]) << 8U;
-    const Bytes data = input.bytes((setup[0] & 0x80U) != 0 ? 0 : length);
-    packet.insert(packet.end(), data.begin(), data.end());
-    if ((setup[0] & 0x80U) != 0)
-        packet.resize(setup.size() + length);
+    constexpr std::size_t setupSize = 8;
+    Bytes packet = input.bytes(setupSize);
+    const bool setup = packet.size() == setupSize;
+    const std::size_t length = setup ? packet[6] | static_cast<std::size_t>(packet[7]) << 8U : 0;
+    if (setup && (packet[0] & 0x80U) != 0) {
+        packet.resize(setupSize + length);
+    } else {
+        const Bytes data = input.bytes(length);
+        packet.insert(packet.end(), data.begin(), data.end());
+    }
     const std::optional<ControlRequest> parsed = parseControlRequest(packet.data(), packet.size());
-    fuzz::expect(parsed.has_value() == (packet.size() == setup.size() + length),
+    fuzz::expect(parsed.has_value() == (setup && packet.size() == setupSize + length),
         "a request is read when all of it is there");
     return parsed;
 }
