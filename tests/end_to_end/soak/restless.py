@@ -7,7 +7,7 @@ from harness import face
 from harness.hands import LEFT, MIDDLE, RIGHT, WHEEL_DOWN, WHEEL_UP
 from harness.waiting import wait_for
 
-CAMERAS = 3
+CAMERAS = 4
 
 ARROWS_AND_LENS = ("Left", "Right", "Up", "Down", "t", "w")
 TAPPED = ("f", "m", "p", *map(str, range(10)), "a", "Escape", "Shift_L")
@@ -25,14 +25,14 @@ class Operator:
         self.mouse, self.keyboard = panel.desktop.mouse, panel.desktop.keyboard
         self.settings_open = self.manual_focus = False
         self.kept = {"notices": 0, "switches": 0, "minimises": 0}
-        self._unplugged = None
+        self._plugged = True
         self._corner = None
         self._operations = {
             self.hold_keys: 12, self.tap_keys: 8, self.push_joystick: 12, self.push_lens: 8,
             self.switch_focus_mode: 2, self.turn_wheel: 3, self.click_buttons: 12, self.change_image: 8,
             self.toggle_settings: 2, self.change_flicker: 1, self.restore_defaults: 1,
             self.choose_camera: 5, self.choose_camera_with_a_key_held: 2, self.drag_window: 2,
-            self.choose_missing_camera: 0.5, self.minimise: 0.3, self.pull_or_plug_cable: 1,
+            self.choose_missing_camera: 0.1, self.minimise: 0.3, self.pull_or_plug_cable: 1,
             self.slow_camera_down: 0.5,
         }
 
@@ -143,20 +143,14 @@ class Operator:
         self.panel.desktop.windows.activate(self.panel.window)
 
     def pull_or_plug_cable(self):
-        """A cable is not pulled while a camera is being read: a camera whose brightness could not
-        be read is not opened any more, nor is any other."""
+        """The last camera comes and goes. It does not go while it is being read: a camera whose
+        brightness could not be read is not opened any more, nor is any other."""
         self.settle()
-        if self._unplugged:
-            self.panel.cameras.tell(f"replug {self._unplugged}")
-            self._unplugged = None
-        else:
-            self._unplugged = self.random.randint(1, CAMERAS)
-            self.panel.cameras.tell(f"unplug {self._unplugged}")
+        self.panel.cameras.tell(f"{'unplug' if self._plugged else 'replug'} {CAMERAS}")
+        self._plugged = not self._plugged
 
     def slow_camera_down(self):
-        camera = self.random.randint(1, CAMERAS)
-        if camera == self._unplugged:
-            return
+        camera = self.random.randint(1, CAMERAS - 1)
         self.panel.cameras.tell(f"delay {camera} {self.random.choice((0, 0, 1, 5))}")
 
     # The window.
@@ -189,3 +183,4 @@ class Operator:
             self.mouse.release()
             wait_for(lambda: self.panel.picture_of("btn_top").tobytes() != before,
                      "the on-top button to change its face")
+        assert self._corner == self.panel.place()[:2], "the window moved unasked"
