@@ -31,7 +31,7 @@ def drill(row, request, tmp_path):
             desktop = ends.enter_context(Desktop(**how.pop("desktop")))
         else:
             desktop = request.getfixturevalue("desktop")
-        environment = dict(SCRIBBLE, PTZ_DRILL_FOLDER=str(tmp_path))
+        environment = {**SCRIBBLE, "PTZ_DRILL_FOLDER": str(tmp_path), **how.pop("environment", {})}
         panel = ends.enter_context(Panel(desktop, environment=environment, **how))
         made = Drill(row, panel, desktop, tmp_path)
         ends.callback(end_processes, made.other_processes)

@@ -104,6 +104,7 @@ class Drill:
         """The keyboard drives this camera, and the camera stands still afterwards."""
         self.desktop.windows.activate(self.panel.window)
         self.panel.received()
+        # A busy machine may hold even a tapped key.
         with self.desktop.keyboard.without_repeat():
             self.desktop.keyboard.tap("Right")
         assert self.panel.received() == [

@@ -10,8 +10,10 @@ ROUNDS = 25
 """The fault is repeated so often to warm up, and so often again to be measured."""
 
 MOST_KIBIBYTES = 8 * ROUNDS
-"""What a run of rounds may add. A camera that is not closed, or a list that is not freed, adds
-several times as much."""
+"""What the measured rounds may add; libuvc keeps a few hundred bytes of each camera that it closes.
+A camera that stays open adds threads and files."""
+
+CLICKS, MOST_BATCHES = 100, 60
 
 
 def green(drill, number):
@@ -24,16 +26,9 @@ def choose(drill, number):
     green(drill, number)
 
 
-def told(*commands):
-    """Chooses the second camera, which is faulty, and the first, which is well."""
-    def cycle(drill):
-        for command in commands:
-            drill.tell(command)
-        choose(drill, 2)
-        for command in ("clear 2", "replug 2"):
-            drill.tell(command)
-        choose(drill, 1)
-    return cycle
+def in_turn(drill):
+    choose(drill, 2)
+    choose(drill, 1)
 
 
 def controls_used(drill):
@@ -43,20 +38,38 @@ def controls_used(drill):
     drill.answers()
 
 
-def repeated(cycle, first=None):
+def fill_picture_cache(drill):
+    """The toolkit keeps pictures that it painted, up to ten megabytes. That is no growth."""
+    memory = drill.memory().kibibytes
+    for _ in range(MOST_BATCHES):
+        for _ in range(CLICKS):
+            drill.panel.click("btn_home")
+        drill.answers()
+        before, memory = memory, drill.memory().kibibytes
+        if memory - before < CLICKS:
+            return
+    raise AssertionError(f"each click of a button adds memory: {memory} KiB")
+
+
+def repeated(cycle, command):
     def run(drill):
         drill.ready()
-        if first:
-            drill.tell(first)
+        fill_picture_cache(drill)
+        if command:
+            drill.tell(command)
         rounds(drill, cycle)
         before = drill.memory()
         rounds(drill, cycle)
-        after = drill.memory()
-        assert after.kibibytes - before.kibibytes <= MOST_KIBIBYTES
-        assert after.files <= before.files
-        assert after.threads <= before.threads
+        # What is given back in the background is given it.
+        drill.wait(lambda: no_more(drill.memory(), before),
+                   lambda: f"no more than {before}: {drill.memory()}")
         drill.answers()
     return run
+
+
+def no_more(now, before):
+    return (now.kibibytes - before.kibibytes <= MOST_KIBIBYTES and now.files <= before.files
+            and now.threads <= before.threads)
 
 
 def rounds(drill, cycle):
@@ -65,22 +78,26 @@ def rounds(drill, cycle):
 
 
 FLAT = f"memory, files and threads are the same after {ROUNDS} more"
-TWO = {"devices": 2}
+
+# What the second camera is told; the first is well, and they are chosen in turn.
+FAULTS = [
+    ("no fault", None),
+    ("no permission to open (EACCES)", "refuse-open 2 EACCES"),
+    ("busy when opened (EBUSY)", "refuse-open 2 EBUSY"),
+    ("held by another program", "busy 2 on"),
+    ("stall of gamma", "stall 2 gamma"),
+    ("no bytes of gamma", "short 2 gamma 0"),
+    ("unplugged", "unplug 2"),
+]
+
+UNSCRIBBLED = {"environment": {"MALLOC_PERTURB_": "0"}}
+"""What is never written to counts as no memory."""
 
 ROWS = [
-    Row("cameras chosen in turn", "again and again", FLAT, repeated(told()), TWO),
-    Row("no permission to open (EACCES)", "again and again", FLAT,
-        repeated(told("refuse-open 2 EACCES")), TWO),
-    Row("busy when opened (EBUSY)", "again and again", FLAT,
-        repeated(told("refuse-open 2 EBUSY")), TWO),
-    Row("held by another program", "again and again", FLAT, repeated(told("busy 2 on")), TWO),
-    Row("stall of gamma", "again and again", FLAT, repeated(told("stall 2 gamma")), TWO),
-    Row("no bytes of gamma", "again and again", FLAT, repeated(told("short 2 gamma 0")), TWO),
-    Row("chosen when unplugged", "again and again", FLAT, repeated(told("unplug 2")), TWO),
-    Row("controls of an unplugged camera", "again and again", FLAT,
-        repeated(controls_used, first="unplug 1")),
-    Row("controls of a camera that stalls", "again and again", FLAT,
-        repeated(controls_used, first="stall 1 all")),
+    *[Row(fault, "chosen again and again", FLAT, repeated(in_turn, command), dict(UNSCRIBBLED, devices=2))
+      for fault, command in FAULTS],
+    *[Row(fault, "every control used again and again", FLAT, repeated(controls_used, command), UNSCRIBBLED)
+      for fault, command in (("unplugged", "unplug 1"), ("stall of all", "stall 1 all"))],
 ]
 
 

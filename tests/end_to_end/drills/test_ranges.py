@@ -4,7 +4,7 @@
 """Cameras that tell ranges which make no sense, and ranges at the edge of what can be told."""
 
 from drill import Row, drill_rows
-from image import grab
+from image import ask_for_default, grab
 
 ALL = "lives; what the camera gets when the slider is grabbed lies in its range"
 NONE = "lives; the slider cannot be grabbed"

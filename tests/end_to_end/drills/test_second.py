@@ -22,12 +22,18 @@ def beside(hold):
     return run
 
 
+def open_files(drill):
+    lines = drill.panel.log.lines()
+    return sum((line.what == "OPEN") - (line.what == "CLOSE") for line in lines)
+
+
 def takes_over(drill):
     drill.ready()
     first = drill.panel.process_id
     Instances(drill).use_second()
     os.kill(first, signal.SIGTERM)
-    drill.wait(lambda: not os.path.exists(f"/proc/{first}"), "the first panel to end")
+    # Its files are closed with it. The second could open none that it kept.
+    drill.wait(lambda: open_files(drill) == 0, "the first panel to end")
     drill.panel.click("btn_cam1")
     drill.drives()
 

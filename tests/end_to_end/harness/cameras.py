@@ -16,20 +16,18 @@ LogLine = namedtuple("LogLine", "time camera what control data result")
 request code such as SET_CUR, or OPEN, CLOSE, UNPLUG, REPLUG), and for requests the control, the
 bytes and the outcome."""
 
-_LINE = re.compile(
-    r"(?P<time>\d+\.\d+) cam(?P<camera>\d+) (?P<what>[A-Z_]+)(?: (?P<control>[a-z_]+))?"
-    r"(?: [^\[\]]*?)?(?: \[(?P<data>[0-9a-f ]*)\])?(?: (?P<result>[a-z]+))?")
 _EVENTS = ("OPEN", "CLOSE", "UNPLUG", "REPLUG")
 
 
 def parse(line):
-    found = _LINE.fullmatch(line)
-    assert found, f"not a line of a camera log: {line!r}"
-    what = found["what"]
+    """Reads lines such as "0.5 cam1 OPEN file=1" and "0.6 cam1 GET_MIN gamma value=100 [64 00] ok".
+    """
+    time, camera, what, *rest = line.split(" ")
+    number = int(camera.removeprefix("cam"))
     if what in _EVENTS:
-        return LogLine(float(found["time"]), int(found["camera"]), what, None, "", "ok")
-    return LogLine(float(found["time"]), int(found["camera"]), what, found["control"],
-                   found["data"] or "", found["result"])
+        return LogLine(float(time), number, what, None, "", "ok")
+    data = re.search(r"\[([0-9a-f ]*)\]", line)
+    return LogLine(float(time), number, what, rest[0], data[1] if data else "", rest[-1])
 
 
 def as_request(line):
@@ -39,7 +37,7 @@ def as_request(line):
         words.append(line.data)
     if line.result != "ok":
         words.append(line.result)
-    return " ".join(word for word in words if word)
+    return " ".join(words)
 
 
 class CameraLog:

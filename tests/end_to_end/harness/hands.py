@@ -5,7 +5,7 @@
 
 import contextlib
 
-from Xlib import XK, X
+from Xlib import XK, X, error
 from Xlib.ext import xtest
 
 LEFT, MIDDLE, RIGHT, WHEEL_UP, WHEEL_DOWN = 1, 2, 3, 4, 5
@@ -91,8 +91,9 @@ class Keyboard:
         try:
             yield self
         finally:
-            self._display.change_keyboard_control(auto_repeat_mode=X.AutoRepeatModeOn)
-            self._display.sync()
+            with contextlib.suppress(error.ConnectionClosedError):
+                self._display.change_keyboard_control(auto_repeat_mode=X.AutoRepeatModeOn)
+                self._display.sync()
 
     def _fake(self, kind, key):
         code = self._display.keysym_to_keycode(XK.string_to_keysym(key))

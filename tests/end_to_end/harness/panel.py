@@ -163,17 +163,39 @@ class Panel:
         return self.desktop.screenshot(
             *self.on_screen(rectangle.x, rectangle.y), rectangle.width, rectangle.height)
 
-    def drag_to(self, x, y):
-        """Drags the window by its background until its corner is there."""
+    def drag_to(self, x, y, grip=None):
+        """Drags the window by its background, or from another place on the screen, until its
+        corner is there. The window follows step by step, so that the pointer stays over it."""
         before = self.place()
-        grip = self.on_screen(*face.BACKGROUND)
-        self.desktop.mouse.drag(grip, (grip[0] + x - before.x, grip[1] + y - before.y))
-        wait_for(lambda: self.place()[:2] == (x, y), f"the window to be at {(x, y)}")
+        grip = grip or self.on_screen(*face.BACKGROUND)
+        way = (x - before.x, y - before.y)
+        steps = max(abs(way[0]), abs(way[1])) // 100 + 1
+        with self.desktop.mouse.held(*grip) as mouse:
+            for step in range(1, steps + 1):
+                by = [part * step // steps for part in way]
+                mouse.move_to(grip[0] + by[0], grip[1] + by[1])
+                self.await_place(before.x + by[0], before.y + by[1])
+
+    def await_place(self, x, y):
+        """Waits until the window's corner is there."""
+        wait_for(lambda: self.place()[:2] == (x, y),
+                 lambda: f"the window to be at {(x, y)}; it is at {self.place()}")
+
+    def open_flicker_choice(self):
+        """Clicks on the anti-flicker choice and returns the window with its items."""
+        before = self._own_windows()
+        self.click("cb_fliker")
+        return wait_for(lambda: [window for name, window in self._own_windows().items()
+                                 if name not in before], "the items to choose from")[0]
+
+    def _own_windows(self):
+        return {window.id: window for window in self._windows.of_same_client(self.window)
+                if self._windows.is_visible(window)}
 
     def tray_icon(self):
         """The panel's window in the tray, or none."""
-        for window in self._windows.of_same_client(self.window):
-            if self._windows.is_visible(window) and self._windows.place(window).width <= 64:
+        for window in self._own_windows().values():
+            if self._windows.place(window).width <= 64:
                 return window
         return None
 
@@ -198,6 +220,12 @@ class Panel:
         place = self._windows.place(notice)
         x, y = face.centre(rectangle)
         self.desktop.mouse.click(place.x + x, place.y + y)
+
+    def drag_notice(self, notice, by_x, by_y, **options):
+        """Drags the notice by its background and so far."""
+        place = self._windows.place(notice)
+        x, y = place.x + face.NOTICE_BACKGROUND[0], place.y + face.NOTICE_BACKGROUND[1]
+        self.desktop.mouse.drag((x, y), (x + by_x, y + by_y), **options)
 
     def dismiss_notices(self):
         """Clicks OK on every missing-camera notice, the topmost first."""

@@ -33,3 +33,25 @@ def shows(panel, control, name):
     shown = panel.desktop.screenshot(*panel.on_screen(x, y), *picture.size)
     difference = ImageChops.difference(expected, shown)
     return max(high for _, high in difference.getextrema()) <= _TOLERANCE
+
+
+def settings_panel_shown(panel):
+    """Whether the settings panel is to be seen, by a strip of it that holds no control."""
+    strip = (20, 20, 90, 390)
+    background = Image.open(_FOLDER / "setting_background.png").convert("RGBA").crop(strip)
+    expected = Image.alpha_composite(Image.new("RGBA", background.size, "black"), background)
+    shown = panel.desktop.screenshot(
+        *panel.on_screen(face.LEFT_PANEL_WIDTH + strip[0], strip[1]), *background.size)
+    difference = ImageChops.difference(expected.convert("RGB"), shown)
+    return max(high for _, high in difference.getextrema()) <= _TOLERANCE
+
+
+def selected_camera(panel):
+    """The number of the camera button that is marked, 0 when none is, or nothing while the buttons
+    show anything else than one mark or none."""
+    looks = ["green" if shows(panel, f"btn_cam{n}", f"cam{n}_green.png")
+             else "black" if shows(panel, f"btn_cam{n}", f"cam{n}_black.png") else "neither"
+             for n in range(1, 6)]
+    if "neither" in looks or looks.count("green") > 1:
+        return None
+    return looks.index("green") + 1 if "green" in looks else 0
