@@ -58,10 +58,12 @@ void removeLeftover(const sockaddr_un &address)
         unlink(address.sun_path);
 }
 
-bool sendAll(int descriptor, std::string_view text)
+bool sendAll(int descriptor, std::string_view text, int flags = 0)
 {
     while (!text.empty()) {
-        const ssize_t sent = send(descriptor, text.data(), text.size(), MSG_NOSIGNAL);
+        const ssize_t sent = send(descriptor, text.data(), text.size(), MSG_NOSIGNAL | flags);
+        if (sent < 0 && errno == EINTR)
+            continue;
         if (sent <= 0)
             return false;
         text.remove_prefix(static_cast<std::size_t>(sent));
@@ -131,13 +133,13 @@ void ControlSocket::serve(int descriptor)
 
 bool ControlSocket::answerLines(int client, std::string &pending)
 {
+    std::string answers;
     for (std::size_t end = 0; (end = pending.find('\n')) != std::string::npos;) {
-        const std::string answer = m_answerer(std::string_view(pending).substr(0, end)) + '\n';
+        answers += m_answerer(std::string_view(pending).substr(0, end)) + '\n';
         pending.erase(0, end + 1);
-        if (!sendAll(client, answer))
-            return false;
     }
-    return pending.size() <= longestLine;
+    // A client that asks on and on but never reads must not hold up the camera.
+    return sendAll(client, answers, MSG_DONTWAIT) && pending.size() <= longestLine;
 }
 
 std::string askSocket(const std::string &path, const std::string &line)
