@@ -66,6 +66,7 @@ quint32 placeOf(const QKeyEvent &event)
 
 void prepare()
 {
+    termination::fillStandardStreams();
     setUnlessSet("QT_FONT_DPI", "72");
     setUnlessSet("QT_DPI_ADJUSTMENT_POLICY", "AdjustDpi");
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM") && xServerReachable())

@@ -23,7 +23,8 @@ namespace {
 // From the signal handler, which may do almost nothing, to the event loop.
 std::array<int, 2> wake = { -1, -1 };
 
-constexpr unsigned graceSeconds = 2;
+// A camera that takes a second for each request has been stopped by then.
+constexpr unsigned graceSeconds = 3;
 
 bool openPipe()
 {
@@ -55,6 +56,15 @@ void endBy(int number)
 
 } // namespace
 
+void fillStandardStreams()
+{
+    for (const int stream : { STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO }) {
+        // Open takes the lowest free number, which is this one.
+        if (fcntl(stream, F_GETFD) == -1)
+            static_cast<void>(open("/dev/null", O_RDWR));
+    }
+}
+
 void onSignal(QObject *context, std::function<void()> last)
 {
     std::signal(SIGPIPE, SIG_IGN);
@@ -85,6 +95,8 @@ void onSignal(QObject *context, std::function<void()> last)
 #else
 
 namespace termination {
+
+void fillStandardStreams() { }
 
 void onSignal(QObject * /*context*/, std::function<void()> /*last*/) { }
 
