@@ -160,6 +160,8 @@ bool HoldGuard::eventFilter(QObject *watched, QEvent *event)
     const bool ours = widget && widget->window() == &window;
     switch (event->type()) {
     case QEvent::KeyPress:
+        if (isOverdue(*static_cast<QKeyEvent *>(event)))
+            return true;
         if (ours)
             notePress(*static_cast<QKeyEvent *>(event));
         break;
@@ -205,8 +207,11 @@ void HoldGuard::notePress(const QKeyEvent &event)
     // A repeated press counts too: the window may have got the keyboard back with the key down. It
     // does not change the name of a key that is held already.
     const quint32 place = placeOf(event);
-    if (!heldKeys.contains(place))
-        heldKeys.insert(place, event.key());
+    if (heldKeys.contains(place))
+        return;
+    heldKeys.insert(place, event.key());
+    lastPressTime = event.timestamp();
+    sinceLastPress.start();
 }
 
 void HoldGuard::noteRelease(const QKeyEvent &event)
@@ -218,6 +223,17 @@ void HoldGuard::noteRelease(const QKeyEvent &event)
     heldKeys.erase(held);
     if (pressedAs != event.key())
         sendRelease(pressedAs);
+}
+
+bool HoldGuard::isOverdue(const QKeyEvent &press) const
+{
+    // Two or three repeats. What is younger may have waited for nothing but its turn.
+    constexpr qint64 patience = 100;
+    // The toolkit does not mark repeats that come without releases. Synthesised events tell no time.
+    if (!heldKeys.contains(placeOf(press)) || press.timestamp() == 0)
+        return false;
+    const auto age = static_cast<qint64>(press.timestamp() - lastPressTime);
+    return sinceLastPress.elapsed() - age > patience;
 }
 
 void HoldGuard::sendRelease(int key)

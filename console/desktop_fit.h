@@ -6,6 +6,7 @@
 // Wayland do otherwise is put right here and nowhere else.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QHash>
 #include <QObject>
 #include <QPointer>
@@ -42,6 +43,8 @@ void fitSliders(QWidget &window);
 ///   go under the name under which it was pressed.
 /// - When another camera is chosen while something is held, it is let go first: the release that
 ///   comes later would stop the other camera, and the first one would run on.
+/// - A camera that answers more slowly than the key repeats leaves repeats waiting, and they would
+///   drive it on long after the key is up. A repeat that comes late is dropped.
 /// - When the process is ended from outside (SIGINT, SIGTERM, SIGHUP, the X server gone), whatever
 ///   is held is let go first. A signal then ends the process as if it had not been caught.
 ///
@@ -66,6 +69,7 @@ protected:
 private:
     void notePress(const QKeyEvent &event);
     void noteRelease(const QKeyEvent &event);
+    bool isOverdue(const QKeyEvent &press) const;
     void sendRelease(int key);
     void releaseKeys();
     void releaseButton();
@@ -73,6 +77,8 @@ private:
 
     QWidget &window;
     QHash<quint32, int> heldKeys;    ///< by the key's place on the keyboard
+    ulong lastPressTime = 0;         ///< by the clock of the events, in milliseconds
+    QElapsedTimer sinceLastPress;    ///< by our own
     QPointer<QWidget> pressedWidget; ///< holds the mouse
     Qt::MouseButton pressedButton = Qt::NoButton;
 };
