@@ -145,6 +145,8 @@ HoldGuard::HoldGuard(QWidget &guarded) : window(guarded)
         window.findChildren<QPushButton *>(QRegularExpression(QStringLiteral("^btn_cam")));
     for (const QPushButton *const button : cameraButtons)
         connect(button, &QPushButton::released, this, [this] { releaseAll(); });
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
+        [this] { releaseAll(); });
     window.setFocus();
 }
 

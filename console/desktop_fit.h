@@ -47,9 +47,10 @@ void fitSliders(QWidget &window);
 ///   drive it on long after the key is up. A repeat that comes late is dropped.
 /// - When the process is ended from outside (SIGINT, SIGTERM, SIGHUP, the X server gone), whatever
 ///   is held is let go first. A signal then ends the process as if it had not been caught.
+/// - When the panel is closed while a key is held, the key is let go first.
 ///
-/// Make one after the window, before the window is shown. It goes before the window does, so
-/// closing the panel sends nothing.
+/// Make one after the window, before the window is shown. Closing the panel sends nothing else: the
+/// guard goes before the window does.
 class HoldGuard : public QObject
 {
 public:
