@@ -3,6 +3,7 @@
 
 #include <QApplication>
 
+#include "console/accessible_sliders.h"
 #include "console/desktop_fit.h"
 #include "console/main_window.h"
 
@@ -11,6 +12,7 @@ int main(int argc, char *argv[])
     desktop_fit::prepare();
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
     QApplication application(argc, argv);
+    accessible_sliders::install();
     MainWindow window;
     desktop_fit::fitSliders(window);
     const desktop_fit::HoldGuard guard(window);
