@@ -99,6 +99,36 @@ def press_notice(bus, panel, window, form, name):
     used(form, name)
 
 
+# These panels come and go before the one that the other tests share: one at a time on the desktop.
+
+
+@pytest.fixture
+def panel_without_cameras(desktop, bus):
+    # What is plugged in is no camera.
+    with Panel(desktop, "storage", environment=bus.environment) as panel:
+        panel.await_notices(1)
+        yield panel
+
+
+def test_the_notice_of_no_camera_is_dismissed(bus, panel_without_cameras):
+    press_notice(bus, panel_without_cameras, NO_CAMERA, "no_device", "btn_ok")
+    panel_without_cameras.await_notices(0)
+    assert panel_without_cameras.is_running()
+
+
+def test_the_notice_of_no_camera_ends_the_panel(bus, panel_without_cameras):
+    press_notice(bus, panel_without_cameras, NO_CAMERA, "no_device", "btn_quit")
+    assert panel_without_cameras.ended() == 0
+
+
+def test_the_panel_is_closed(desktop, bus):
+    with Panel(desktop, environment=bus.environment) as panel:
+        panel.opened()
+        reach(bus.window(panel, *WINDOW), "main_window", "btn_close").press()
+        assert panel.ended() == 0
+    used("main_window", "btn_close")
+
+
 @pytest.mark.parametrize("name", FORMS["main_window"])
 def test_a_control_is_found_by_its_name_and_role(find, name):
     control = find(name)
@@ -240,32 +270,6 @@ def test_the_anti_flicker_list_is_opened_and_a_choice_made_by_key(panel, find):
         panel.await_requests([flicker(value)])
         assert panel.received() == [flicker(value)]
         assert choice.name == text
-
-
-def test_the_panel_is_closed(bus, start):
-    panel = start(environment=bus.environment).opened()
-    reach(bus.window(panel, *WINDOW), "main_window", "btn_close").press()
-    assert panel.ended() == 0
-    used("main_window", "btn_close")
-
-
-@pytest.fixture
-def panel_without_cameras(bus, start):
-    # What is plugged in is no camera.
-    panel = start("storage", environment=bus.environment)
-    panel.await_notices(1)
-    return panel
-
-
-def test_the_notice_of_no_camera_is_dismissed(bus, panel_without_cameras):
-    press_notice(bus, panel_without_cameras, NO_CAMERA, "no_device", "btn_ok")
-    panel_without_cameras.await_notices(0)
-    assert panel_without_cameras.is_running()
-
-
-def test_the_notice_of_no_camera_ends_the_panel(bus, panel_without_cameras):
-    press_notice(bus, panel_without_cameras, NO_CAMERA, "no_device", "btn_quit")
-    assert panel_without_cameras.ended() == 0
 
 
 def test_every_control_was_reached(capsys, request):
