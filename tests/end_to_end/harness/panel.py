@@ -3,6 +3,7 @@
 
 """The built panel on a desktop, with virtual cameras beneath it."""
 
+import contextlib
 import os
 import shutil
 import signal
@@ -69,7 +70,9 @@ class Panel:
         """Ends the panel if it still runs, and throws away what it left."""
         self.cameras.close()
         if self._process.poll() is None and self.process_id:
-            self.signal(signal.SIGKILL)
+            # It may be about to end by itself.
+            with contextlib.suppress(ProcessLookupError):
+                self.signal(signal.SIGKILL)
             wait_for(lambda: self._process.poll() is not None, "the cameras to end")
         processes.stop(self._process)
         shutil.rmtree(self._folder, ignore_errors=True)
@@ -183,18 +186,19 @@ class Panel:
 
     def open_flicker_choice(self):
         """Clicks on the anti-flicker choice and returns the window with its items."""
-        before = self._own_windows()
+        before = self.own_windows()
         self.click("cb_fliker")
-        return wait_for(lambda: [window for name, window in self._own_windows().items()
+        return wait_for(lambda: [window for name, window in self.own_windows().items()
                                  if name not in before], "the items to choose from")[0]
 
-    def _own_windows(self):
+    def own_windows(self):
+        """Everything that the panel has on the screen, by the windows' ids."""
         return {window.id: window for window in self._windows.of_same_client(self.window)
                 if self._windows.is_visible(window)}
 
     def tray_icon(self):
         """The panel's window in the tray, or none."""
-        for window in self._own_windows().values():
+        for window in self.own_windows().values():
             if self._windows.place(window).width <= 64:
                 return window
         return None
