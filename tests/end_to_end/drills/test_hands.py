@@ -70,8 +70,10 @@ def does_not_stutter(drill):
 
 
 def dismissed_with_escape(drill, notice):
-    # The keyboard may still be on its way from the window that went.
     if drill.panel.notices():
+        # The keyboard may still be on its way from the window that went. It comes for certain when
+        # it comes from another one.
+        another_window(drill)
         drill.desktop.windows.activate(notice)
         drill.desktop.keyboard.tap("Escape")
     return not drill.panel.notices()

@@ -1,0 +1,128 @@
+# Copyright (c) 2026 The PTZ panel developers
+# SPDX-License-Identifier: MIT
+
+"""What protects the panel, and what is broken in its place to see the drills fail.
+
+Each variant is the program with one thing taken out: in a file, an old text gives way to a new
+one. The drills of the named files are run against it."""
+
+from collections import namedtuple
+
+Variant = namedtuple("Variant", "name meaning file old new drills")
+
+EDGE = "device/uvc_edge.h"
+FIT = "console/desktop_fit.cpp"
+END = "console/termination.cpp"
+
+PROTECTIONS = [
+    Variant("open-handles", "requests go to cameras that are not open, too", EDGE,
+            "return handle.open ?", "return handle.open || !handle.open ?",
+            "refused unplug start answers second delay end"),
+    Variant("closed-once", "a closed camera is closed again", "device/uvc_edge.cpp",
+            "    if (!handle.open)\n        return UVC_ERROR_NO_DEVICE;\n", "",
+            "refused unplug start second"),
+    Variant("list-end", "places after the end of the list are opened", "device/uvc_edge.cpp",
+            "for (; *list && index > 0; ++list, --index) { }\n    return *list;",
+            "return list[index];", "start bus unplug"),
+    Variant("unplug-guard", "libusb may abort when an unplugged camera is closed",
+            "device/libusb_unplug_guard.cpp", "if (versionAborts() &&", "if (!versionAborts() &&",
+            "unplug start memory end"),
+    Variant("product-guard", "a camera is expected to have a name", "device/usb_connection.cpp",
+            'descriptor->product ? descriptor->product : ""', "descriptor->product",
+            "bus refused start"),
+    Variant("product-filter", "every camera is accepted", "device/usb_connection.cpp",
+            "descriptor->idProduct == USBDevice::PRODUCT_ID_FILTER", "descriptor->idProduct != 0",
+            "bus"),
+    Variant("empty-answers", "what an empty answer leaves is not zero",
+            "device/usb_image_properties.cpp", "    Value value = 0;\n", "    Value value = 90;\n",
+            "answers"),
+    Variant("hold-guard", "nothing that is held is let go", "console/main.cpp",
+            "    const desktop_fit::HoldGuard guard(window);\n", "", "hands end delay"),
+    Variant("lost-keyboard", "keys stay held when the keyboard is lost", FIT,
+            "        if (watched == &window)\n            releaseKeys();",
+            "        if (watched == nullptr)\n            releaseKeys();", "hands second"),
+    Variant("lost-focus", "keys stay held when the native window loses the keyboard", FIT,
+            "if (watched == window.windowHandle())", "if (watched == nullptr)", "hands"),
+    Variant("hidden", "nothing is let go when the window is hidden", FIT,
+            "        if (watched == &window)\n            releaseAll();",
+            "        if (watched == nullptr)\n            releaseAll();", "hands end"),
+    Variant("other-camera", "nothing is let go when a camera is chosen", FIT,
+            "connect(button, &QPushButton::released, this, [this] { releaseAll(); });",
+            "connect(button, &QPushButton::released, this, [] { });", "hands"),
+    Variant("at-quit", "nothing is let go when the panel is closed", FIT,
+            "        [this] { releaseAll(); });\n    window.setFocus();",
+            "        [] { });\n    window.setFocus();", "end"),
+    Variant("at-exit", "nothing is let go when the X server goes", FIT,
+            "    if (activeGuard)\n        activeGuard->releaseAll();", "", "end"),
+    Variant("late-repeats", "repeats of a key act however late they come", FIT,
+            "if (isOverdue(*static_cast<QKeyEvent *>(event)))", "if (false)", "delay hands"),
+    Variant("key-repeat", "a key that repeats is let go in between", FIT,
+            "        if (static_cast<QKeyEvent *>(event)->isAutoRepeat())\n            return true;\n"
+            "        if (ours)\n            noteRelease",
+            "        if (ours)\n            noteRelease", "hands"),
+    Variant("server-repeat", "the X server sends releases of a key that repeats", FIT,
+            "    key_repeat::withoutReleases();\n", "", "hands delay"),
+    Variant("signals", "signals end the panel at once", FIT,
+            "    termination::onSignal(this, [this] { releaseAll(); });\n", "", "end delay"),
+    Variant("grace", "a camera that never answers keeps the panel alive", END,
+            "    alarm(graceSeconds);\n", "", "end"),
+    Variant("streams", "closed standard streams stay closed", FIT,
+            "    termination::fillStandardStreams();\n", "", "end"),
+    Variant("pipe", "an output that nobody reads is deadly", END,
+            "    std::signal(SIGPIPE, SIG_IGN);\n", "", "end"),
+    Variant("quit-on-close", "the last notice ends the program", "widgets/notice_window.cpp",
+            "setAttribute(Qt::WA_QuitOnClose, false)", "setAttribute(Qt::WA_QuitOnClose, true)",
+            "hands"),
+]
+
+DEFECTS = [
+    Variant("fatal-failures", "a request that fails ends the program", EDGE,
+            "    return handle.open ? call(handle.devh, arguments...) : UVC_ERROR_NO_DEVICE;",
+            "    const int status = handle.open ? call(handle.devh, arguments...) : -4;\n"
+            "    return status < 0 ? (__builtin_trap(), status) : status;",
+            "unplug start refused answers second end"),
+    Variant("deaf-keys", "releases of keys are not heard", "console/pan_tilt.cpp",
+            "    if (usb_mode != 0)\n        releaseKey(event->key());\n", "",
+            "refused answers delay second end hands desktop"),
+    Variant("stuck-joystick", "the joystick does not tell that it is let go",
+            "widgets/rocker_handle.cpp", "emit keyNumchanged(4);", "",
+            "refused answers delay second end hands"),
+    Variant("stuck-lens", "the lens sliders do not tell that they are let go",
+            "console/lens_sliders.cpp",
+            "    (form->*lens.slider)->setValue(SLIDER_CENTRE);\n    if (usb_mode == 1)\n"
+            "        (device->*lens.stop)();\n", "    (void)lens;\n",
+            "answers delay end hands refused"),
+    Variant("unsigned-brightness", "brightness is read without its sign",
+            "device/usb_image_properties.cpp", "record.cur = current;",
+            "record.cur = current < 0 ? current + 65536 : current;", "ranges"),
+    Variant("unclamped-defaults", "the default button sends the sliders' values",
+            "console/image_settings.cpp", "    device->SetGamma(default_gamma);",
+            "    device->SetGamma(form->slider_gamma->value());", "ranges answers"),
+    Variant("fresh-scratch", "a range that is not told is zero", "device/usb_image_properties.cpp",
+            "    uvc_edge::request(getter, devh, &scratch, code);\n",
+            "    scratch = 0;\n    uvc_edge::request(getter, devh, &scratch, code);\n", "answers"),
+    Variant("next-camera", "each button opens the camera after its own",
+            "console/camera_selection.cpp", "        Setting_Press(number - 1);",
+            "        Setting_Press(number);", "bus unplug refused second memory"),
+    Variant("first-camera", "the first button opens the second camera",
+            "console/camera_selection.cpp", "    Setting_Press(0);\n    showCameraButtons(1);",
+            "    Setting_Press(1);\n    showCameraButtons(1);", "bus refused answers second"),
+    Variant("no-notice", "the notice of no camera does not come up", "console/camera_selection.cpp",
+            "    noDeviceDialog->setModal(false);\n    noDeviceDialog->show();",
+            "    noDeviceDialog->setModal(false);", "bus start end hands"),
+    Variant("no-way-back", "the tray does not bring the panel back", "console/lifecycle.cpp",
+            "        showNormal();", "        ;", "hands desktop"),
+    Variant("cameras-kept-open", "cameras are never closed", "device/uvc_edge.cpp",
+            "    uvc_close(handle.devh);\n", "", "memory"),
+    Variant("frames-kept", "each failure keeps 64 KiB", EDGE,
+            "    return handle.open ? call(handle.devh, arguments...) : UVC_ERROR_NO_DEVICE;",
+            "    const int status = handle.open ? call(handle.devh, arguments...) : -4;\n"
+            "    if (status < 0)\n        for (volatile char *kept = new char[65536], *end = kept +"
+            " 65536; kept != end; ++kept)\n            *kept = 1;\n    return status;",
+            "memory"),
+    Variant("opens-kept", "each camera that cannot be opened keeps 64 KiB", "device/uvc_edge.cpp",
+            "    if (status >= 0)\n        handle = { opened, true };\n",
+            "    if (status >= 0)\n        handle = { opened, true };\n    else\n"
+            "        for (volatile char *kept = new char[65536], *end = kept + 65536; kept != end;"
+            " ++kept)\n            *kept = 1;\n", "memory"),
+]

@@ -1,0 +1,93 @@
+# Copyright (c) 2026 The PTZ panel developers
+# SPDX-License-Identifier: MIT
+
+"""Shows that the drills can fail: runs them against the panel and against each variant of it.
+
+    prove.py FOLDER [VARIANT...]
+
+builds in FOLDER, which should be empty or from an earlier run, and leaves there what became of
+each row, in outcomes/<variant>/; the panel as it is, is the variant "whole". Without names it takes
+all. fault_drills_page.py makes the page of it."""
+
+import os
+import shutil
+import subprocess
+import sys
+from concurrent.futures import ThreadPoolExecutor
+from pathlib import Path
+
+from protections import DEFECTS, PROTECTIONS, Variant
+
+HERE = Path(__file__).resolve().parent
+ROOT = HERE.parents[2]
+SOURCES = ["CMakeLists.txt", "cmake", "console", "device", "forms", "resources", "virtual_camera",
+           "widgets"]
+
+ALL_DRILLS = sorted(path.stem.removeprefix("test_") for path in HERE.glob("test_*.py"))
+WHOLE = Variant("whole", "", None, None, None, " ".join(ALL_DRILLS))
+AT_ONCE = 2
+
+
+class Workshop:
+    def __init__(self, folder):
+        self.source, self.build = folder / "source", folder / "build"
+        self.outcomes = folder / "outcomes"
+        shutil.rmtree(self.source, ignore_errors=True)
+        files = subprocess.run(["git", "ls-files", *SOURCES], cwd=ROOT, check=True,
+                               capture_output=True, text=True).stdout.split("\n")
+        for name in filter(None, files):
+            (self.source / name).parent.mkdir(parents=True, exist_ok=True)
+            # With its time, so that what has not changed is not built again.
+            shutil.copy2(ROOT / name, self.source / name)
+        self._run("cmake", "-S", self.source, "-B", self.build, "-G", "Ninja",
+                  "-DCMAKE_BUILD_TYPE=Debug", "-DBUILD_TESTING=OFF")
+
+    def try_variant(self, variant):
+        changed = self.source / variant.file if variant.file else None
+        before = changed.read_text() if changed else None
+        if changed:
+            if before.count(variant.old) != 1:
+                raise SystemExit(f"{variant.name}: its old text is not in {variant.file} once")
+            changed.write_text(before.replace(variant.old, variant.new))
+        try:
+            self._run("cmake", "--build", self.build, "--target", "ptz-panel", "virtual-camera")
+            folder = self.outcomes / variant.name
+            shutil.rmtree(folder, ignore_errors=True)
+            with ThreadPoolExecutor(AT_ONCE) as pool:
+                list(pool.map(lambda name: self._drill(name, variant, folder),
+                              variant.drills.split()))
+        finally:
+            if changed:
+                changed.write_text(before)
+
+    def _drill(self, name, variant, folder):
+        # What does not happen at once in a broken panel does not happen at all.
+        patience = {} if variant is WHOLE else {"PTZ_DRILL_PATIENCE": "6"}
+        environment = dict(os.environ, PTZ_BIN_DIR=str(self.build / "bin"),
+                           PTZ_DRILL_OUTCOMES=str(folder), PYTHONDONTWRITEBYTECODE="1", **patience)
+        done = subprocess.run([sys.executable, "-m", "pytest", "-q", "-p", "no:cacheprovider",
+                               "--tb=short", HERE / f"test_{name}.py"], env=environment,
+                              capture_output=True, text=True, check=False)
+        print(f"{variant.name}: {name}: {done.stdout.strip().splitlines()[-1]}", flush=True)
+        if variant is WHOLE and done.returncode:
+            print(done.stdout)
+
+    def _run(self, *command):
+        subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
+
+
+def main(folder, *names):
+    workshop = Workshop(Path(folder).resolve())
+    variants = [WHOLE, *PROTECTIONS, *DEFECTS]
+    unknown = set(names) - {variant.name for variant in variants}
+    if unknown:
+        raise SystemExit(f"no such variant: {', '.join(unknown)}")
+    for variant in variants:
+        if not names or variant.name in names:
+            workshop.try_variant(variant)
+
+
+if __name__ == "__main__":
+    if len(sys.argv) < 2:
+        raise SystemExit(__doc__)
+    main(*sys.argv[1:])
