@@ -2,90 +2,127 @@
 # Copyright (c) 2026 The PTZ panel developers
 # SPDX-License-Identifier: MIT
 
-"""Says in words what gcovr counted: coverage_report.py COVERAGE.json
+"""Adds up what the compiler counted: coverage_report.py BUILD-FOLDER TRACEFILE
 
-First the figures of each folder and file, then every line that no test reached, and every line of
-which a branch was not taken. The text has the form that docs/coverage.md has.
+Prints the figures of device/, console/ and widgets/, each line that no test reached and each of
+which a branch was not taken, as docs/coverage.md has them. Writes the counts for gcovr, which
+makes pages of them.
+
+gcovr could read the counts itself, but from gcov's text, which does not say which branches of code
+that one program never ran are taken by exceptions only, and has no branches of templates. So the
+counts are read here from what gcov says to machines.
 """
 
 import json
+import re
+import subprocess
 import sys
 from collections import defaultdict
 from pathlib import Path
 
+ROOT = Path(__file__).resolve().parent.parent
+FOLDERS = ("console", "device", "widgets")
 
-class Count:
-    """How many of how many were reached."""
+# Branches that are no decision of ours, on lines that have none: whether "new" got memory, and
+# whether a pointer to a member points to a virtual one.
+NO_DECISION = re.compile(r"^(?!.*(\?|\bif\b|\bwhile\b|\bfor\b|&&|\|\|)).*(\bnew [A-Z]|->\*|\bdelete )")
 
-    def __init__(self):
-        self.reached = 0
-        self.all = 0
 
-    def add(self, reached):
-        self.all += 1
-        self.reached += bool(reached)
-
-    def include(self, other):
-        self.all += other.all
-        self.reached += other.reached
-
-    def __str__(self):
-        if not self.all:
-            return "none"
-        return f"{self.reached} of {self.all} ({100 * self.reached / self.all:.1f} %)"
+def gcov(counts):
+    """What gcov says of one object's counts, file by file."""
+    result = subprocess.run(["gcov", "--json-format", "--stdout", "--branch-probabilities", counts],
+                            capture_output=True, text=True, check=True, cwd=counts.parent)
+    for line in result.stdout.splitlines():
+        yield from json.loads(line)["files"]
 
 
 class File:
-    """One source file: its counts, and what was not reached, with the text of the line."""
+    """One source file, with the counts of its lines and branches added up over all programs."""
 
-    def __init__(self, entry):
-        self.name = entry["file"]
-        self.folder = self.name.split("/")[0]
-        self.lines = Count()
-        self.branches = Count()
-        self.gaps = []
-        text = Path(self.name).read_text(encoding="utf-8").splitlines()
-        for line in entry["lines"]:
-            if line.get("gcovr/noncode") or line.get("gcovr/excluded"):
+    def __init__(self, path):
+        self.name = str(path.relative_to(ROOT))
+        self.folder = path.relative_to(ROOT).parts[0]
+        self.text = path.read_text(encoding="utf-8").splitlines()
+        self.counts = defaultdict(int)
+        # Instances of a template, and copies of inline functions in several programs, are one.
+        # What tells them from other code on the line is how many branches they have.
+        self.ways = defaultdict(lambda: defaultdict(int))
+
+    def add(self, line):
+        number = line["line_number"]
+        self.counts[number] += line["count"]
+        branches = [branch["count"] for branch in line["branches"] if not branch["throw"]]
+        if len(branches) < 2 or NO_DECISION.match(self.text[number - 1]):
+            return
+        for place, count in enumerate(branches):
+            self.ways[number][len(branches), place] += count
+
+    def branches(self, number):
+        return list(self.ways[number].values()) if number in self.ways else []
+
+    def gaps(self):
+        for number, count in sorted(self.counts.items()):
+            missed = [way for way in self.branches(number) if not way]
+            if not count:
+                yield number, "not run"
+            elif missed:
+                yield number, f"{len(missed)} of {len(self.branches(number))} branches not taken"
+
+    def for_gcovr(self):
+        lines = [{"line_number": number, "count": count, "gcovr/noncode": False,
+                  "gcovr/excluded": False, "branches": [{"count": way, "fallthrough": False, "throw": False}
+                               for way in self.branches(number)]}
+                 for number, count in sorted(self.counts.items())]
+        return {"file": self.name, "lines": lines, "functions": []}
+
+
+def read(build):
+    """The files of the three folders."""
+    files = {}
+    for counts in sorted(Path(build).resolve().rglob("*.gcda")):
+        for entry in gcov(counts):
+            path = (Path(build) / entry["file"]).resolve()
+            if not any(path.is_relative_to(ROOT / folder) for folder in FOLDERS) or not entry["lines"]:
                 continue
-            number = line["line_number"]
-            self.lines.add(line["count"])
-            taken = [branch["count"] > 0 for branch in line["branches"]]
-            for one in taken:
-                self.branches.add(one)
-            missed = "the line" if not line["count"] else f"{taken.count(False)} of {len(taken)} branches"
-            if not line["count"] or not all(taken):
-                self.gaps.append((number, missed, text[number - 1].strip()))
+            file = files.setdefault(path, File(path))
+            for line in entry["lines"]:
+                file.add(line)
+    return sorted(files.values(), key=lambda file: file.name)
 
 
-def row(name, lines, branches):
-    print(f"| {name} | {lines} | {branches} |")
+def share(counts):
+    counts = list(counts)
+    if not counts:
+        return "none"
+    reached = sum(count > 0 for count in counts)
+    return f"{reached} of {len(counts)} ({100 * reached / len(counts):.1f} %)"
+
+
+def row(name, files):
+    lines = [count for file in files for count in file.counts.values()]
+    branches = [way for file in files for number in file.ways for way in file.branches(number)]
+    print(f"| {name} | {share(lines)} | {share(branches)} |")
 
 
 def main():
-    with open(sys.argv[1], encoding="utf-8") as report:
-        files = [File(entry) for entry in json.load(report)["files"]]
-    files = sorted((file for file in files if file.lines.all), key=lambda file: file.name)
-    folders = defaultdict(lambda: (Count(), Count()))
-    for file in files:
-        for name in (file.folder, "all"):
-            folders[name][0].include(file.lines)
-            folders[name][1].include(file.branches)
+    build, tracefile = sys.argv[1:]
+    files = read(build)
+    Path(tracefile).write_text(json.dumps(
+        {"gcovr/format_version": "0.3", "files": [file.for_gcovr() for file in files]}))
 
-    row("", "lines", "branches")
-    row("---", "---", "---")
-    for folder in sorted({file.folder for file in files}):
-        row(f"**{folder}/**", *folders[folder])
-        for file in files:
-            if file.folder == folder:
-                row(f"`{file.name}`", file.lines, file.branches)
-    row("**all**", *folders["all"])
+    print("| | lines | branches |\n|---|---|---|")
+    for folder in FOLDERS:
+        inside = [file for file in files if file.folder == folder]
+        row(f"**{folder}/**", inside)
+        for file in inside:
+            row(f"`{file.name}`", [file])
+    row("**all**", files)
 
     print("\nNot reached:\n")
-    for file in files:
-        for number, missed, text in file.gaps:
-            print(f"- `{file.name}:{number}`: {missed}: `{text}`")
-    if not any(file.gaps for file in files):
+    gaps = [(file, *gap) for file in files for gap in file.gaps()]
+    for file, number, what in gaps:
+        print(f"- `{file.name}:{number}`, {what}: `{file.text[number - 1].strip()}`")
+    if not gaps:
         print("- nothing")
 
 
