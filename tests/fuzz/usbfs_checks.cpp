@@ -72,8 +72,13 @@ void CheckedUsbfs::ownForRequest(int file, const ControlRequest &request)
 
 void CheckedUsbfs::claim(int file, unsigned interfaceNumber)
 {
-    if (m_device->claim(file, interfaceNumber) == 0)
-        own(file, interfaceNumber);
+    const int result = m_device->claim(file, interfaceNumber);
+    if (result == 0)
+        return own(file, interfaceNumber);
+    if (interfaceNumber < interfaces())
+        expect(m_owners[interfaceNumber] != file
+                && (m_owners[interfaceNumber] != nobody || m_faults.claimRefused),
+            "an interface that is free can be claimed");
 }
 
 void CheckedUsbfs::release(int file, unsigned interfaceNumber)
