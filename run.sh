@@ -100,7 +100,7 @@ fi
 case $mode in
     tour)
         echo "The tour takes a while; its report will be in $root/build/tour"
-        exec python3 "$tour" --bin "$bin" --report "$root/build/tour"
+        exec "$tour" --bin "$bin" --report "$root/build/tour"
         ;;
     real)
         node=$(camera_out_of_reach)

@@ -62,6 +62,12 @@ class CameraLog:
         """The requests from that line on, as texts."""
         return [as_request(line) for line in self.lines()[start:] if line.what not in _EVENTS]
 
+    def texts(self, start=0):
+        """The requests from that line on, as the log tells them to a reader."""
+        texts = self._path.read_text(encoding="utf-8").splitlines() if self._path.exists() else []
+        return [text for text, line in zip(texts[start:], self.lines()[start:])
+                if line.what not in _EVENTS]
+
     def settings(self, start=0):
         """The requests that change something at a camera, from that line on."""
         return [request for request in self.requests(start) if " SET_CUR " in request]
