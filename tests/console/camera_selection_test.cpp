@@ -170,10 +170,11 @@ INSTANTIATE_TEST_SUITE_P(Rows, PollWithoutCamera,
 TEST_F(CameraSelection, PollRunsOnceFromItsTimer)
 {
     plugIn(1);
-    makeWindow();
+    constructWindow();
     QTimer *const timer = Probe::timer(*window);
     int ticks = 0;
     QObject::connect(timer, &QTimer::timeout, window.get(), [&ticks] { ++ticks; });
+    window->show();
     ASSERT_TRUE(QTest::qWaitFor([&] { return ticks > 0; }));
     EXPECT_EQ(ticks, 1);
     EXPECT_FALSE(timer->isActive());

@@ -5,17 +5,19 @@
 
 #include "console/desktop_fit.h"
 
+#include <QApplication>
+#include <QElapsedTimer>
 #include <QKeyEvent>
-#include <QPointer>
 #include <QTest>
+#include <QTimer>
+#include <QWindow>
 
+#include <algorithm>
 #include <map>
 #include <memory>
-#include <optional>
 
 #include "tests/console/panel_fixture.h"
 #include "tests/console/slider_mouse.h"
-#include "widgets/no_mord_camera.h"
 #include "widgets/rocker_handle.h"
 
 namespace {
@@ -33,7 +35,7 @@ class Hold : public PanelTest
 protected:
     Hold()
     {
-        start(1);
+        start(2);
         guard = std::make_unique<desktop_fit::HoldGuard>(*window);
     }
 
@@ -49,6 +51,13 @@ protected:
     {
         send(QEvent::KeyRelease, key, true);
         send(QEvent::KeyPress, key, true);
+    }
+    /// A press that tells its time, in milliseconds.
+    void pressAt(int key, ulong time)
+    {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        event.setTimestamp(time);
+        QCoreApplication::sendEvent(window.get(), &event);
     }
     void loseKeyboard()
     {
@@ -114,6 +123,49 @@ TEST_F(Hold, RepeatAfterTheKeyboardWasLostIsNotAHoldAnew)
     send(QEvent::KeyPress, Qt::Key_Left, true);
     EXPECT_EQ(sent(), Requests{ left }) << "a press that is delivered acts";
     release(Qt::Key_Left);
+    EXPECT_EQ(sent(), leftReleased);
+}
+
+TEST_F(Hold, KeyIsLetGoWhenTheNativeWindowLosesTheKeyboard)
+{
+    press(Qt::Key_Left);
+    forgetSent();
+    QFocusEvent event(QEvent::FocusOut);
+    QCoreApplication::sendEvent(window->windowHandle(), &event);
+    EXPECT_EQ(sent(), leftReleased);
+}
+
+TEST_F(Hold, KeyIsLetGoBeforeAnotherCameraIsOpened)
+{
+    press(Qt::Key_Left);
+    forgetSent();
+    QTest::mouseClick(form().btn_cam2, Qt::LeftButton);
+    EXPECT_EQ(sent(), leftReleased + allReads(2)) << "the camera that is left is the one to stop";
+    release(Qt::Key_Left);
+    EXPECT_EQ(sent().size(), leftReleased.size()) << "the real release goes through";
+}
+
+TEST_F(Hold, RepeatThatComesLateIsDropped)
+{
+    QElapsedTimer sincePress;
+    pressAt(Qt::Key_Left, 1000);
+    sincePress.start();
+    EXPECT_EQ(sent(), Requests{ left });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return sincePress.elapsed() > 200; }));
+    pressAt(Qt::Key_Left, 1030); // it has waited since
+    EXPECT_EQ(sent(), Requests());
+    pressAt(Qt::Key_Left, 60000); // it has not
+    EXPECT_EQ(sent(), Requests{ left });
+    pressAt(Qt::Key_Up, 1030); // not a repeat
+    EXPECT_EQ(sent(), Requests{ up });
+}
+
+TEST_F(Hold, KeyIsLetGoWhenThePanelIsClosed)
+{
+    press(Qt::Key_Left);
+    forgetSent();
+    QTimer::singleShot(0, qApp, [this] { QTest::mouseClick(form().btn_close, Qt::LeftButton); });
+    EXPECT_EQ(QApplication::exec(), 0);
     EXPECT_EQ(sent(), leftReleased);
 }
 
@@ -221,6 +273,16 @@ TEST_F(Hold, LensSliderIsLetGoWhenTheWindowIsHidden)
     EXPECT_FALSE(form().slider_zoom->isSliderDown());
 }
 
+TEST_F(Hold, SteppedLensIsLetGoAtOnceWhenTheWindowIsHidden)
+{
+    desktop_fit::fitSliders(*window);
+    form().slider_zoom->triggerAction(QSlider::SliderSingleStepAdd);
+    EXPECT_EQ(sent(), Requests{ tele });
+    window->hide();
+    EXPECT_EQ(sent(), (Requests{ zoomStop, zoomStop }));
+    EXPECT_EQ(form().slider_zoom->value(), 45);
+}
+
 TEST_F(Hold, ButtonIsLetGoWithoutBeingClicked)
 {
     mouse::press(form().btn_home, { 10, 10 });
@@ -277,7 +339,7 @@ TEST_F(Hold, EverythingIsLetGoOnDemand)
     EXPECT_EQ(sent(), Requests());
 }
 
-TEST_F(Hold, ClosingWhileAKeyIsHeldSendsNothing)
+TEST_F(Hold, EndOfGuardAndWindowSendsNothing)
 {
     press(Qt::Key_Left);
     forgetSent();
@@ -299,15 +361,6 @@ TEST_F(Hold, WithoutTheGuardRepeatsStutter)
 TEST_F(Hold, WindowHasTheKeyboard)
 {
     // Before the guard was made, the toolkit had given it to a button or to nothing.
-    EXPECT_EQ(window->focusWidget(), window.get());
-}
-
-TEST_F(Hold, ClicksLeaveTheKeyboardToTheWindow)
-{
-    window->activateWindow();
-    for (QPushButton *button : { form().btn_home, form().btn_num1, form().btn_mute })
-        QTest::mouseClick(button, Qt::LeftButton);
-    forgetSent();
     EXPECT_EQ(window->focusWidget(), window.get());
 }
 

@@ -104,7 +104,7 @@ TEST_P(CameraSwitch, TurnsWithEveryClickAndTellsTheCamera)
 
 TEST_P(CameraSwitch, TurnsWithoutACameraAndSendsNothing)
 {
-    start(0);
+    startUnnoticed();
     expectClick(GetParam().first);
     expectClick(GetParam().second);
 }
@@ -173,16 +173,15 @@ TEST_F(FunctionButtons, MuteWearsTheMutedFaceUntilACameraIsThere)
 
 TEST_F(FunctionButtons, ManualFocusAloneEnablesTheFocusSlider)
 {
-    for (const int cameras : { 1, 0 }) {
-        bus.reset();
-        start(cameras);
+    start(1);
+    for (const int mode : { 1, 0 }) {
+        usb_mode = mode;
         EXPECT_FALSE(form().slider_focus->isEnabled());
         click(form().btn_af);
-        EXPECT_TRUE(form().slider_focus->isEnabled()) << cameras;
+        EXPECT_TRUE(form().slider_focus->isEnabled()) << mode;
         click(form().btn_af);
-        EXPECT_FALSE(form().slider_focus->isEnabled()) << cameras;
-        EXPECT_EQ(sent(), cameras ? (Requests{ command(7), command(6) }) : Requests());
-        endWindow();
+        EXPECT_FALSE(form().slider_focus->isEnabled()) << mode;
+        EXPECT_EQ(sent(), mode == 1 ? (Requests{ command(7), command(6) }) : Requests());
     }
 }
 
@@ -233,7 +232,7 @@ TEST_F(FunctionButtons, PushTurnsFramingOffAndLeavesTheFramingButtonAlone)
 
 TEST_F(FunctionButtons, OneShotCommandsNeedACamera)
 {
-    start(0);
+    startUnnoticed();
     click(form().btn_home);
     click(form().btn_push);
     EXPECT_EQ(sent(), Requests());

@@ -171,11 +171,13 @@ TEST_P(SettingsSlider, GrabbedAndDraggedWritesEachStepToTheCamera)
 
 TEST_P(SettingsSlider, WithoutACameraIsShownAndNotedAndSendsNothing)
 {
-    start(0);
-    form().Win_Right->show();
+    startOnRanges();
+    openPanel();
+    usb_mode = 0;
+    row().cur = -1;
     QSlider *const handle = slider(row());
     slider_mouse::grab(handle);
-    EXPECT_EQ(row().cur, 0);
+    EXPECT_EQ(row().cur, rangeOf(GetParam()).cur);
     slider_mouse::dragTo(handle, 40);
     EXPECT_EQ(row().cur, 40);
     EXPECT_EQ(shown(row()), "40");

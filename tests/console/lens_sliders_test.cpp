@@ -32,9 +32,9 @@ const Lens lenses[] = {
 class LensSlider : public PanelTest, public testing::WithParamInterface<Lens>
 {
 protected:
-    void startEnabled(int cameras)
+    void startEnabled()
     {
-        start(cameras);
+        start(1);
         slider = form().*GetParam().slider;
         slider->setEnabled(true);
     }
@@ -44,7 +44,7 @@ protected:
 
 TEST_P(LensSlider, RestsBelowTheMiddleOfItsRange)
 {
-    startEnabled(1);
+    startEnabled();
     EXPECT_EQ(slider->value(), 45);
     EXPECT_EQ(slider->minimum(), 0);
     EXPECT_EQ(slider->maximum(), 99);
@@ -53,7 +53,7 @@ TEST_P(LensSlider, RestsBelowTheMiddleOfItsRange)
 
 TEST_P(LensSlider, SendsTheStartOfItsSideForEveryValueAndTheStopForRest)
 {
-    startEnabled(1);
+    startEnabled();
     for (const int value : { 46, 47, 72, 99 }) {
         slider->setValue(value);
         EXPECT_EQ(sent(), Requests{ GetParam().above }) << value;
@@ -70,7 +70,7 @@ TEST_P(LensSlider, SendsTheStartOfItsSideForEveryValueAndTheStopForRest)
 
 TEST_P(LensSlider, LetGoSpringsBackAndStopsTwice)
 {
-    startEnabled(1);
+    startEnabled();
     for (const int value : { 99, 46, 44, 0 }) {
         slider->setValue(value);
         forgetSent();
@@ -82,7 +82,7 @@ TEST_P(LensSlider, LetGoSpringsBackAndStopsTwice)
 
 TEST_P(LensSlider, LetGoAtRestStopsOnce)
 {
-    startEnabled(1);
+    startEnabled();
     emit slider->sliderReleased();
     EXPECT_EQ(slider->value(), 45);
     EXPECT_EQ(sent(), Requests{ GetParam().stop });
@@ -90,7 +90,8 @@ TEST_P(LensSlider, LetGoAtRestStopsOnce)
 
 TEST_P(LensSlider, WithoutACameraSpringsBackAndSendsNothing)
 {
-    startEnabled(0);
+    startEnabled();
+    usb_mode = 0;
     slider->setValue(80);
     slider->setValue(10);
     emit slider->sliderReleased();
@@ -100,7 +101,7 @@ TEST_P(LensSlider, WithoutACameraSpringsBackAndSendsNothing)
 
 TEST_P(LensSlider, ActsInModeOneOnly)
 {
-    startEnabled(1);
+    startEnabled();
     usb_mode = 2;
     slider->setValue(99);
     slider->setValue(0);
@@ -111,7 +112,7 @@ TEST_P(LensSlider, ActsInModeOneOnly)
 
 TEST_P(LensSlider, DraggedByItsHandleSendsOneStartForEachChange)
 {
-    startEnabled(1);
+    startEnabled();
     int changes = 0;
     QObject::connect(slider, &QSlider::valueChanged, window.get(), [&changes](int) { ++changes; });
 
@@ -135,7 +136,7 @@ TEST_P(LensSlider, DraggedByItsHandleSendsOneStartForEachChange)
 
 TEST_P(LensSlider, ClickBesideItsHandleDoesNotMoveIt)
 {
-    startEnabled(1);
+    startEnabled();
     for (const int y : { 4, slider->height() - 4 })
         QTest::mouseClick(slider, Qt::LeftButton, Qt::NoModifier, { slider->width() / 2, y });
     EXPECT_EQ(slider->value(), 45);

@@ -91,7 +91,7 @@ TEST_F(Lifecycle, MembersStandInTheirOrder)
 TEST_F(Lifecycle, PollIsDueEvery500MillisecondsAndNothingElseRuns)
 {
     plugIn(0);
-    makeWindow();
+    constructWindow();
     const QTimer *const timer = Probe::timer(*window);
     const QTimer *const spare = Probe::spareTimer(*window);
     EXPECT_TRUE(timer->isActive());
@@ -141,11 +141,12 @@ TEST_F(Lifecycle, WindowIsShownBeforeThePollAndTheNoticeComesHalfASecondLater)
     plugIn(0);
     QElapsedTimer sinceStart;
     sinceStart.start();
-    makeWindow();
-    EXPECT_TRUE(window->isVisible());
+    constructWindow();
     const NO_Device *const hidden = Probe::noDeviceDialog(*window);
     ASSERT_NE(hidden, nullptr);
     EXPECT_FALSE(hidden->isVisible());
+    window->show();
+    EXPECT_TRUE(window->isVisible());
     ASSERT_TRUE(QTest::qWaitFor([&] { return Probe::noDeviceDialog(*window) != hidden; }));
     // The toolkit's coarse timers keep to 5 %; a busy machine only ever makes them late.
     EXPECT_GE(sinceStart.elapsed(), 474);
@@ -160,6 +161,8 @@ TEST_F(Lifecycle, ControlsAreInertBeforeThePoll)
     makeWindow();
     EXPECT_EQ(usb_mode, 0);
     EXPECT_EQ(maxcam, 0);
+    // They do not even ask whether a camera is open.
+    ASSERT_TRUE(Probe::device(*window)->OpenDevice("0", 0));
     QTest::keyClick(window.get(), Qt::Key_Left);
     click(form().btn_home);
     click(form().btn_num1);
@@ -174,6 +177,7 @@ TEST_F(Lifecycle, InitValueMakesATimerAndADeviceAnew)
     makeWindow();
     QTimer *const timer = Probe::timer(*window);
     BaseDevice *const made = Probe::device(*window);
+    timer->start();
     TopFlag = Top2Flag = 0;
     uvc_call_recorder::clear();
     window->InitValue();

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "console/console_state.h"
 #include "tests/console/process_state.h"
 #include "widgets/no_device.h"
 #include "widgets/no_mord_camera.h"
@@ -95,17 +96,24 @@ void PanelTest::plugIn(std::vector<vc::DeviceDescription> devices)
     bus = std::make_unique<vc::Testbed>(std::move(devices));
 }
 
-void PanelTest::makeWindow()
+void PanelTest::constructWindow()
 {
     window = std::make_unique<MainWindow>();
     device = Probe::device(*window);
+}
+
+void PanelTest::makeWindow()
+{
+    constructWindow();
+    Probe::timer(*window)->stop();
     window->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
 }
 
 void PanelTest::poll()
 {
-    ASSERT_TRUE(Probe::timer(*window)->isActive());
+    // The poll acts only while its timer runs.
+    Probe::timer(*window)->start();
     window->TimerInit();
 }
 
@@ -116,6 +124,12 @@ void PanelTest::start(int cameras)
     makeWindow();
     poll();
     forgetSent();
+}
+
+void PanelTest::startUnnoticed()
+{
+    start(1);
+    usb_mode = 0;
 }
 
 void PanelTest::endWindow() { window.reset(); }

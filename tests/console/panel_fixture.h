@@ -48,13 +48,17 @@ protected:
     void plugIn(int cameras);
     void plugIn(std::vector<virtual_camera::DeviceDescription> devices);
 
-    /// Makes the window and shows it; the poll is still to come.
+    /// Makes the window as the program does: the poll comes half a second later.
+    void constructWindow();
+    /// Makes the window and shows it; the poll comes when it is called for, however slow the
+    /// machine is.
     void makeWindow();
-    /// Lets the start-up poll happen now.
+    /// The start-up poll.
     void poll();
     /// Cameras, window, poll; what that sent is forgotten.
     void start(int cameras);
-    void startWithout() { start(0); }
+    /// A camera is open and would take requests, but the panel believes that there is none.
+    void startUnnoticed();
 
     /// Closes the window as the end of the program does.
     void endWindow();

@@ -3,10 +3,12 @@
 
 // Sliders that are moved without being held, as a screen reader moves them.
 
+#include <QAccessible>
 #include <QTest>
 #include <QTimer>
 #include <QWheelEvent>
 
+#include "console/accessible_sliders.h"
 #include "console/desktop_fit.h"
 #include "tests/console/image_settings_fixture.h"
 #include "tests/console/slider_mouse.h"
@@ -18,6 +20,8 @@ class SliderSteps : public SettingsTest
 protected:
     void startFitted(int cameras)
     {
+        static const bool installed = (accessible_sliders::install(), true);
+        Q_UNUSED(installed)
         if (cameras > 0)
             startOnRanges(cameras);
         else
@@ -28,6 +32,19 @@ protected:
     static void step(QSlider *slider, bool up)
     {
         slider->triggerAction(up ? QSlider::SliderSingleStepAdd : QSlider::SliderSingleStepSub);
+    }
+
+    /// As a screen reader sets a value.
+    static void setByAssistance(QSlider *slider, int value)
+    {
+        QAccessibleInterface *const seen = QAccessible::queryAccessibleInterface(slider);
+        ASSERT_NE(seen, nullptr);
+        ASSERT_NE(seen->valueInterface(), nullptr);
+        EXPECT_EQ(seen->valueInterface()->currentValue().toInt(), slider->value());
+        EXPECT_EQ(seen->valueInterface()->minimumValue().toInt(), slider->minimum());
+        EXPECT_EQ(seen->valueInterface()->maximumValue().toInt(), slider->maximum());
+        EXPECT_EQ(seen->text(QAccessible::Value), QString::number(slider->value()));
+        seen->valueInterface()->setCurrentValue(value);
     }
 
     QSlider *zoom() { return form().slider_zoom; }
@@ -65,6 +82,7 @@ TEST_F(SliderSteps, StepIsNotLetGoWhileTheHandleIsHeld)
 {
     startFitted(1);
     step(zoom(), true);
+    // Grabbed within the fifth of a second, or the step is let go before; the outcome is the same.
     slider_mouse::grab(zoom());
     slider_mouse::dragTo(zoom(), 90);
     forgetSent();
@@ -134,6 +152,32 @@ TEST_F(SliderSteps, DraggedSettingIsWrittenOnceForEachMovement)
         slider_mouse::dragTo(slider(row), 60);
         EXPECT_EQ(sent(), Requests{ row.written(60) });
         slider_mouse::letGo(slider(row));
+    }
+}
+
+TEST_F(SliderSteps, LensSetByAnAssistiveProgramIsNudgedAndLetGo)
+{
+    startFitted(1);
+    setByAssistance(zoom(), 80);
+    EXPECT_EQ(zoom()->value(), 80);
+    EXPECT_EQ(sent(), Requests{ "zoom_relative 1 1 1" });
+    ASSERT_TRUE(QTest::qWaitFor([this] { return zoom()->value() == 45; }));
+    EXPECT_EQ(sent(), (Requests{ "zoom_relative 0 1 5", "zoom_relative 0 1 5" }));
+    setByAssistance(form().slider_focus, 80);
+    EXPECT_EQ(form().slider_focus->value(), 45) << "disabled: the focus is automatic";
+    EXPECT_EQ(sent(), Requests());
+}
+
+TEST_F(SliderSteps, SettingSetByAnAssistiveProgramIsWritten)
+{
+    startFitted(1);
+    openPanel();
+    for (const ImageProperty &row : imageProperties()) {
+        setByAssistance(slider(row), 55);
+        EXPECT_EQ(slider(row)->value(), 55);
+        EXPECT_EQ(sent(), Requests{ row.written(55) });
+        EXPECT_EQ(row.cur, 55);
+        EXPECT_EQ(shown(row), "55");
     }
 }
 

@@ -128,12 +128,6 @@ TEST(SlotTable, ParametersHaveTheirNames)
     EXPECT_EQ(found, expected.size());
 }
 
-TEST(SlotTable, WindowIsAMainWindowWithAMetaObjectOfItsOwn)
-{
-    EXPECT_STREQ(MainWindow::staticMetaObject.className(), "MainWindow");
-    EXPECT_STREQ(MainWindow::staticMetaObject.superClass()->className(), "QMainWindow");
-}
-
 class ConnectedControls : public PanelTest
 { };
 

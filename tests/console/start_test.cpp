@@ -76,7 +76,8 @@ protected:
     {
         uvc_call_recorder::clear();
         plugIn(GetParam());
-        makeWindow();
+        constructWindow();
+        window->show();
         EXPECT_TRUE(QTest::qWaitFor([this] { return !Probe::timer(*window)->isActive(); }));
         return withoutReadResults(callsRenumbered());
     }
