@@ -32,8 +32,10 @@ def drill(row, request, tmp_path):
         else:
             desktop = request.getfixturevalue("desktop")
         environment = {**SCRIBBLE, "PTZ_DRILL_FOLDER": str(tmp_path), **how.pop("environment", {})}
-        panel = ends.enter_context(Panel(desktop, environment=environment, **how))
-        made = Drill(row, panel, desktop, tmp_path)
+
+        def start():
+            return ends.enter_context(Panel(desktop, environment=environment, **how))
+        made = Drill(row, start, desktop, tmp_path)
         ends.callback(end_processes, made.other_processes)
         yield made
 
@@ -57,6 +59,6 @@ def pytest_runtest_makereport(item, call):
         row = item.callspec.params["row"]
         with open(path, "a", encoding="utf-8") as file:
             json.dump({"file": path.stem, "fault": row.fault, "moment": row.moment,
-                       "outcome": row.outcome, "seen_failing": row.seen_failing,
+                       "outcome": row.outcome,
                        "passed": report.outcome == "passed"}, file)
             file.write("\n")

@@ -33,7 +33,6 @@ class Row:
     outcome: str
     run: Callable
     how: dict = field(default_factory=dict)
-    seen_failing: str = ""
 
     @property
     def name(self):
@@ -53,9 +52,10 @@ Memory = namedtuple("Memory", "kibibytes files threads")
 class Drill:
     """A panel that something happens to."""
 
-    def __init__(self, row, panel, desktop, folder):
+    def __init__(self, row, start, desktop, folder):
         self.row = row
-        self.panel = panel
+        self._start = start
+        self.panel = start()
         self.desktop = desktop
         self.random = random.Random(f"{SEED} {row.name}")
         devices = row.how.get("devices", 1)
@@ -66,6 +66,11 @@ class Drill:
         """A folder for the row alone, which the panel finds as PTZ_DRILL_FOLDER."""
         self.other_processes = []
         """Ended with the row."""
+
+    def start_anew(self):
+        """For a row that came too late."""
+        self.panel.close()
+        self.panel = self._start()
 
     def tell(self, command):
         return self.panel.cameras.tell(command)

@@ -3,6 +3,8 @@
 
 """What the settings panel makes of what a camera answers."""
 
+from PIL import ImageChops
+
 from harness import face, requests
 
 RANGES = {
@@ -53,6 +55,12 @@ def grab(drill, name, where):
     x = left + _HANDLE // 2 + round(where * (width - _HANDLE))
     return _sent(drill, name,
                  lambda: drill.desktop.mouse.click(*drill.panel.on_screen(x, top + height // 2)))
+
+
+def shows_same(drill, name, other):
+    """Whether the value boxes of both properties show the same."""
+    pictures = [drill.panel.picture_of(f"v_{box}").crop((2, 2, 38, 20)) for box in (name, other)]
+    return ImageChops.difference(*pictures).getbbox() is None
 
 
 def ask_for_default(drill, name):

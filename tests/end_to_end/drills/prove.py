@@ -28,7 +28,18 @@ WHOLE = Variant("whole", "", None, None, None, " ".join(ALL_DRILLS))
 AT_ONCE = 2
 
 
+def with_changes(text, variant):
+    one = isinstance(variant.old, str)
+    for old, new in [(variant.old, variant.new)] if one else zip(variant.old, variant.new):
+        if text.count(old) != 1:
+            raise SystemExit(f"{variant.name}: its old text is not in {variant.file} once")
+        text = text.replace(old, new)
+    return text
+
+
 class Workshop:
+    """A copy of the program's sources, and what is built of it."""
+
     def __init__(self, folder):
         self.source, self.build = folder / "source", folder / "build"
         self.outcomes = folder / "outcomes"
@@ -46,9 +57,7 @@ class Workshop:
         changed = self.source / variant.file if variant.file else None
         before = changed.read_text() if changed else None
         if changed:
-            if before.count(variant.old) != 1:
-                raise SystemExit(f"{variant.name}: its old text is not in {variant.file} once")
-            changed.write_text(before.replace(variant.old, variant.new))
+            changed.write_text(with_changes(before, variant))
         try:
             self._run("cmake", "--build", self.build, "--target", "ptz-panel", "virtual-camera")
             folder = self.outcomes / variant.name

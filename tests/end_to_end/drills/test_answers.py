@@ -6,10 +6,10 @@
 from drill import Row, drill_rows, use_every_control
 from harness.requests import PROPERTY_CONTROLS
 from holds import MOTIONS
-from image import ask_for_default, grab, stale_value
+from image import ask_for_default, grab, shows_same, stale_value
 
-UNREAD = ("lives; the range shrinks to the last answer, every control is harmless; is driven when "
-          "the camera is well again")
+UNREAD = ("lives; 0 is shown and the range shrinks to the last answer; is driven when the camera is "
+          "well again")
 LOST = "lives; every control is harmless until the next start"
 CONTROLS = [
     "pantilt_absolute", "pantilt_relative", "zoom_absolute", "zoom_relative", "focus_absolute",
@@ -36,6 +36,10 @@ def one_control(heal):
 def one_property(name, heal):
     def run(drill):
         drill.ready().panel.click("btn_setting")
+        # Nothing was read, which is shown as 0; that is also the backlight compensation.
+        well = "wb" if name != "wb" else "gamma"
+        drill.wait(lambda: not shows_same(drill, well, "blc"), "the settings to be shown")
+        drill.wait(lambda: shows_same(drill, name, "blc"), f"0 to be shown for {name}")
         # A slider without a range cannot be grabbed.
         assert grab(drill, name, where=0) == []
         assert ask_for_default(drill, name) == [stale_value(name)]

@@ -49,9 +49,12 @@ def while_its_name_is_read(drill):
 
 def between_list_and_poll(command, afterwards):
     """The panel is stopped as soon as its window is there, half a second before it looks for
-    cameras."""
+    cameras. A busy machine may miss that."""
     def run(drill):
         drill.panel.signal(signal.SIGSTOP)
+        while "init success" in drill.panel.output():
+            drill.start_anew()
+            drill.panel.signal(signal.SIGSTOP)
         drill.tell(command)
         drill.panel.signal(signal.SIGCONT)
         afterwards(drill.up())
