@@ -14,7 +14,7 @@ from . import face, processes, requests
 from .cameras import CameraControl, CameraLog
 from .waiting import wait_for
 
-# Two keys whose requests no test expects one after the other, and two for when one of those is held.
+# Two keys whose requests no test expects one after the other, and two for when one is held.
 _LAST_KEYS = [("7", "3"), ("8", "4")]
 
 

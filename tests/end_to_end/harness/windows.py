@@ -71,7 +71,7 @@ class Windows:
         return [other for other in self.all() if other.id & base == window.id & base]
 
     def has_state(self, window, name):
-        """Whether the window manager keeps the window in that state, such as _NET_WM_STATE_ABOVE."""
+        """Whether the window manager keeps the window in a state such as _NET_WM_STATE_ABOVE."""
         states = self.property(window, "_NET_WM_STATE")
         return states is not None and self._display.intern_atom(name) in states
 

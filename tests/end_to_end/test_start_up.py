@@ -1,16 +1,15 @@
 # Copyright (c) 2026 The PTZ panel developers
 # SPDX-License-Identifier: MIT
 
-"""The start of the program and the ways in which it goes wrong; the end from outside."""
+"""The start of the program and the ways in which it goes wrong."""
 
-import signal
+import time
 
 import pytest
 
 from harness import face
 from harness.pictures import selected_camera, settings_panel_shown, shows
-from harness.requests import (READ_ON_OPENING, flicker, focus, halt, halt_focus, halt_zoom, pan,
-                              tilt, zoom)
+from harness.requests import READ_ON_OPENING, flicker
 from harness.waiting import wait_for
 
 READS = [f"cam1 {code} {control}" for code, control in READ_ON_OPENING]
@@ -74,6 +73,8 @@ def test_the_start_looks_as_it_should(start):
 def test_a_camera_that_is_plugged_in_later_is_not_seen(start):
     panel = start(2, faults=["unplug 2"]).opened()
     panel.cameras.tell("replug 2")
+    # Time for a second look at what is plugged in, if there were one.
+    time.sleep(1)
     panel.click("btn_cam2")
     panel.await_notices(1)
 
@@ -163,72 +164,3 @@ def test_an_unplugged_camera_is_chosen_again_three_times(start):
     use_every_control(panel)
     close(panel)
     assert [request for request in panel.so_far() if not request.endswith("gone")] == []
-
-
-# What is held, what that sends, what must follow when the program ends.
-HELD = [
-    ("Left", [pan(-1, 21)], [halt(), halt(), halt_zoom()]),
-    ("Up", [tilt(+1, 14)], [halt(), halt(), halt(), halt(), halt_zoom()]),
-    ("w", [zoom(-1)], [halt_zoom()]),
-    ("joystick", [pan(+1, 0), pan(+1, 21)], [halt()] * 4),
-    ("slider_zoom", [zoom(+1)], [halt_zoom()] * 2),
-    ("slider_focus", [focus(-1)], [halt_focus()] * 2),
-]
-
-
-def hold(panel, what):
-    """Takes hold of a key, the joystick or a slider, for good."""
-    mouse = panel.desktop.mouse
-    if what not in face.CONTROLS:
-        panel.desktop.keyboard.press(what)
-        return
-    rectangle = face.CONTROLS[what]
-    if what == "joystick":
-        mouse.move_to(*panel.on_screen(rectangle.x + 115, rectangle.y + 58))
-        mouse.press()
-        return
-    if what == "slider_focus":
-        panel.click("btn_af")
-        panel.received()
-    x = face.centre(rectangle)[0]
-    mouse.move_to(*panel.on_screen(x, 115))
-    mouse.press()
-    mouse.move_to(*panel.on_screen(x, 60))
-
-
-def terminate(panel):
-    panel.signal(signal.SIGTERM)
-    return 128 + signal.SIGTERM
-
-
-def interrupt(panel):
-    panel.signal(signal.SIGINT)
-    return 128 + signal.SIGINT
-
-
-def hang_up(panel):
-    panel.signal(signal.SIGHUP)
-    return 128 + signal.SIGHUP
-
-
-def take_the_x_server_away(panel):
-    panel.desktop.kill_server()
-    return 1
-
-
-def close_the_window(panel):
-    panel.desktop.windows.close(panel.window)
-    return 0
-
-
-@pytest.mark.parametrize("end", [terminate, interrupt, hang_up, take_the_x_server_away,
-                                 close_the_window], ids=lambda end: end.__name__)
-@pytest.mark.parametrize("what, moves, stops", HELD, ids=[row[0] for row in HELD])
-def test_no_motion_outlives_the_program(start, end, what, moves, stops):
-    panel = start().opened()
-    with panel.desktop.keyboard.without_repeat():
-        hold(panel, what)
-        panel.await_requests(moves)
-        code = end(panel)
-        assert panel.ended() == code
-        assert panel.so_far() == moves + stops
