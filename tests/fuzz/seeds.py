@@ -103,6 +103,11 @@ def camera_model_seeds():
         c.raw(set_on_wire("brightness", little(128))) + c.raw(get_on_wire("zoom_absolute", 0x81, 2))
         + c.raw(setup(0xa1, 0x81, 0x0200, 0, 1)) + c.raw(setup(0xa1, 0x86, 0x0200, 0, 1))
         + c.raw(setup(0xa1, 0x81, 0x0100, 1, 26)) + c.raw(setup(0x21, 0x01, 0x0200, 1, 34)))
+    yield "streaming", plain + b"".join(
+        c.raw(setup(0xa1, code, selector << 8, 1, length))
+        for selector in (1, 2) for code, length in [
+            (0x81, 26), (0x82, 34), (0x83, 34), (0x87, 26), (0x85, 2), (0x86, 1), (0x84, 26),
+            (0x81, 8), (0x85, 1), (0x86, 0)])
     yield "wrong_on_the_wire", plain + (
         c.raw(setup(0xa1, 0x81, 0x0200, 0x0900, 2)) + c.raw(setup(0xa1, 0x81, 0x7f00, 0x0200, 2))
         + c.raw(get_on_wire("gamma", 0x81, 1)) + c.raw(set_on_wire("gamma", b"\x01")))
@@ -185,6 +190,7 @@ def control_seeds():
                   "stall 1 all", "--control", "/tmp/x", "--", "true", "--help"],
         "devices": ["--devices=camera,storage,other-camera", "--option=brightness=-64:64:0:1",
                     "lsusb", "-v"],
+        "option_of_no_camera": ["--devices", "storage", "--option", "1.product=Hall", "true"],
         "tell": ["--tell", "/tmp/x", "unplug", "2"],
         "help": ["--help"],
         "version": ["--cameras", "33", "--version"],
