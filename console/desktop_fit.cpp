@@ -58,8 +58,13 @@ void releaseAtExit()
 quint32 placeOf(const QKeyEvent &event)
 {
     constexpr quint32 noPlace = 0x80000000U;
+#ifdef Q_OS_MACOS
+    // The scan code tells nothing there.
+    return noPlace | static_cast<quint32>(event.key());
+#else
     return event.nativeScanCode() != 0 ? event.nativeScanCode()
                                        : noPlace | static_cast<quint32>(event.key());
+#endif
 }
 
 } // namespace
@@ -138,6 +143,9 @@ HoldGuard::HoldGuard(QWidget &guarded) : window(guarded)
     Q_UNUSED(registered)
     activeGuard = this;
     key_repeat::withoutReleases();
+    clock.start();
+    if (const quint32 now = key_repeat::serverTime())
+        noteTime(now);
     QCoreApplication::instance()->installEventFilter(this);
     termination::onSignal(this, [this] { releaseAll(); });
     // Before the click does its work: a stop that came later would go to the other camera.
@@ -160,6 +168,8 @@ bool HoldGuard::eventFilter(QObject *watched, QEvent *event)
 {
     const auto *const widget = qobject_cast<QWidget *>(watched);
     const bool ours = widget && widget->window() == &window;
+    if (const auto *const input = dynamic_cast<QInputEvent *>(event); input && input->timestamp())
+        noteTime(static_cast<quint32>(input->timestamp()));
     switch (event->type()) {
     case QEvent::KeyPress:
         if (isOverdue(*static_cast<QKeyEvent *>(event)))
@@ -174,11 +184,9 @@ bool HoldGuard::eventFilter(QObject *watched, QEvent *event)
             noteRelease(*static_cast<QKeyEvent *>(event));
         break;
     case QEvent::MouseButtonPress:
-        // A press that a widget does not take goes on to its parent: the last one holds the mouse.
-        if (ours) {
-            pressedWidget = static_cast<QWidget *>(watched);
-            pressedButton = static_cast<QMouseEvent *>(event)->button();
-        }
+    case QEvent::MouseButtonDblClick: // the second press of two quick ones
+        if (ours)
+            noteButton(static_cast<QWidget *>(watched), *static_cast<QMouseEvent *>(event));
         break;
     case QEvent::MouseButtonRelease:
         if (static_cast<QMouseEvent *>(event)->buttons() == Qt::NoButton)
@@ -212,8 +220,24 @@ void HoldGuard::notePress(const QKeyEvent &event)
     if (heldKeys.contains(place))
         return;
     heldKeys.insert(place, event.key());
-    lastPressTime = event.timestamp();
-    sinceLastPress.start();
+}
+
+// A press that a widget does not take goes on to its parent: the last one holds the mouse. A second
+// button, while one is held, changes nothing about that.
+void HoldGuard::noteButton(QWidget *widget, const QMouseEvent &press)
+{
+    if (press.buttons() != press.button())
+        return;
+    pressedWidget = widget;
+    pressedButton = press.button();
+}
+
+// How far our clock is ahead of the events'. The quickest event tells it best.
+void HoldGuard::noteTime(quint32 eventTime)
+{
+    const auto ahead = static_cast<quint32>(clock.elapsed()) - eventTime;
+    if (!leastAhead || static_cast<qint32>(ahead - *leastAhead) < 0)
+        leastAhead = ahead;
 }
 
 void HoldGuard::noteRelease(const QKeyEvent &event)
@@ -230,12 +254,14 @@ void HoldGuard::noteRelease(const QKeyEvent &event)
 bool HoldGuard::isOverdue(const QKeyEvent &press) const
 {
     // Two or three repeats. What is younger may have waited for nothing but its turn.
-    constexpr qint64 patience = 100;
-    // The toolkit does not mark repeats that come without releases. Synthesised events tell no time.
+    constexpr qint32 patience = 100;
+    // The toolkit does not mark repeats that come without releases. Synthesised events tell no
+    // time.
     if (!heldKeys.contains(placeOf(press)) || press.timestamp() == 0)
         return false;
-    const auto age = static_cast<qint64>(press.timestamp() - lastPressTime);
-    return sinceLastPress.elapsed() - age > patience;
+    const auto ahead =
+        static_cast<quint32>(clock.elapsed()) - static_cast<quint32>(press.timestamp());
+    return static_cast<qint32>(ahead - *leastAhead) > patience;
 }
 
 void HoldGuard::sendRelease(int key)

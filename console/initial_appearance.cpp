@@ -9,18 +9,16 @@
 #include <QIcon>
 
 #include "console/console_state.h"
+#include "console/lens_rest.h"
 #include "console/style_sheets.h"
 #include "ui_main_window.h"
 #include "widgets/no_device.h"
 
 namespace {
 
-/// The lens sliders' rest position, to which they spring back.
-constexpr int restPosition = 45;
-
 void restLensSlider(QSlider *slider)
 {
-    slider->setSliderPosition(restPosition);
+    slider->setSliderPosition(SLIDER_CENTRE);
     slider->setPageStep(0);
 }
 

@@ -7,12 +7,10 @@
 #include "console/main_window.h"
 
 #include "console/console_state.h"
+#include "console/lens_rest.h"
 #include "ui_main_window.h"
 
 namespace {
-
-// Below the middle of the range 0 to 99.
-constexpr int SLIDER_CENTRE = 45;
 
 // How far the slider is pushed does not matter.
 constexpr int lensSpeed = 1;

@@ -7,14 +7,9 @@
 
 #include <QString>
 
-namespace style_sheets {
+#include "widgets/key_face.h"
 
-/// A picture centred on a black key: "AF" stands for :/img/AF.png.
-inline QString keyFace(const QString &picture)
-{
-    return QStringLiteral("QPushButton{image: url(:/img/%1.png);background-color:black;}")
-        .arg(picture);
-}
+namespace style_sheets {
 
 /// The label of camera button 1 to 5: green when selected, else black.
 inline QString cameraFace(int number, bool selected)

@@ -10,6 +10,7 @@
 #include <QSocketNotifier>
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <utility>
 
@@ -41,11 +42,13 @@ bool openPipe()
 
 void writeSignal(int number)
 {
+    const int error = errno;
     const auto byte = static_cast<char>(number);
     static_cast<void>(!write(wake[1], &byte, 1));
     // A camera that never answers keeps the event loop from seeing this. Then the process ends
     // all the same.
     alarm(graceSeconds);
+    errno = error;
 }
 
 void endBy(int number)

@@ -24,8 +24,8 @@ constexpr int pastEdgeWhenBack = 10;
 
 // Without the settings panel only the window's left 326 of 653 pixels are to be seen.
 constexpr int visibleWidth = 326;
-constexpr int hiddenLeftX = -317;
-constexpr int transparentWidth = 327;
+constexpr int transparentWidth = 653 - visibleWidth;
+constexpr int hiddenLeftX = 9 - visibleWidth; // 9 of them stay, one less than elsewhere
 
 // The whole desktop, not the screen that the window is on.
 int desktopWidth() { return QApplication::desktop()->width(); }

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 
 #include "ui_no_device.h"
+#include "widgets/key_face.h"
 #include "widgets/notice_state.h"
 #include "widgets/notice_window.h"
 
@@ -14,8 +15,8 @@ NO_Device::NO_Device(QWidget *parent)
 {
     dialogForm->setupUi(this);
     notice_window::setUp(this, QPoint(main_position_x, main_position_y), TopFlag == 1);
-    dialogForm->btn_quit->setStyleSheet(notice_window::keyFace(QStringLiteral("Quit")));
-    dialogForm->btn_ok->setStyleSheet(notice_window::keyFace(QStringLiteral("OK")));
+    dialogForm->btn_quit->setStyleSheet(style_sheets::keyFace(QStringLiteral("Quit")));
+    dialogForm->btn_ok->setStyleSheet(style_sheets::keyFace(QStringLiteral("OK")));
 }
 
 NO_Device::~NO_Device() = default;

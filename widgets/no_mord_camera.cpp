@@ -4,6 +4,7 @@
 #include "widgets/no_mord_camera.h"
 
 #include "ui_no_mord_camera.h"
+#include "widgets/key_face.h"
 #include "widgets/notice_state.h"
 #include "widgets/notice_window.h"
 
@@ -12,7 +13,7 @@ NO_Mord_Camera::NO_Mord_Camera(QWidget *parent)
 {
     dialogForm->setupUi(this);
     notice_window::setUp(this, QPoint(main2_position_x, main2_position_y), Top2Flag == 1);
-    dialogForm->btn_ok->setStyleSheet(notice_window::keyFace(QStringLiteral("OK")));
+    dialogForm->btn_ok->setStyleSheet(style_sheets::keyFace(QStringLiteral("OK")));
 }
 
 NO_Mord_Camera::~NO_Mord_Camera() = default;

@@ -23,12 +23,6 @@ void setUp(QDialog *notice, const QPoint &mainTopLeft, bool onTop)
         notice->setWindowFlags(Qt::FramelessWindowHint);
 }
 
-QString keyFace(const QString &picture)
-{
-    return QStringLiteral("QPushButton{image: url(:/img/%1.png);background-color:black;}")
-        .arg(picture);
-}
-
 void dragPress(const QMouseEvent *event, QPoint *lastGlobalPos, bool *pressed)
 {
     if (event->button() != Qt::LeftButton)

@@ -8,16 +8,12 @@
 class QDialog;
 class QMouseEvent;
 class QPoint;
-class QString;
 
 namespace notice_window {
 
 /// Makes a built form a frameless, translucent window of fixed size, half its own size to the
 /// right of and below `mainTopLeft` (screen coordinates), above all other windows if `onTop`.
 void setUp(QDialog *notice, const QPoint &mainTopLeft, bool onTop);
-
-/// The style sheet of a button: the picture :/img/<picture>.png, centred on a black key.
-QString keyFace(const QString &picture);
 
 /// A drag starts when the left button goes down on the notice, beside its buttons.
 void dragPress(const QMouseEvent *event, QPoint *lastGlobalPos, bool *pressed);

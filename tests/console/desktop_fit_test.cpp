@@ -160,6 +160,20 @@ TEST_F(Hold, RepeatThatComesLateIsDropped)
     EXPECT_EQ(sent(), Requests{ up });
 }
 
+TEST_F(Hold, RepeatBehindAPressThatCameLateIsDroppedToo)
+{
+    QElapsedTimer sinceStart;
+    sinceStart.start();
+    pressAt(Qt::Key_F, 1000); // tells how the clocks stand
+    release(Qt::Key_F);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return sinceStart.elapsed() > 300; }));
+    forgetSent();
+    pressAt(Qt::Key_Left, 1010); // late, but a press
+    EXPECT_EQ(sent(), Requests{ left });
+    pressAt(Qt::Key_Left, 1040);
+    EXPECT_EQ(sent(), Requests());
+}
+
 TEST_F(Hold, KeyIsLetGoWhenThePanelIsClosed)
 {
     press(Qt::Key_Left);
@@ -271,6 +285,30 @@ TEST_F(Hold, LensSliderIsLetGoWhenTheWindowIsHidden)
     EXPECT_EQ(sent(), (Requests{ zoomStop, zoomStop }));
     EXPECT_EQ(form().slider_zoom->value(), 45);
     EXPECT_FALSE(form().slider_zoom->isSliderDown());
+}
+
+TEST_F(Hold, SecondPressOfADoubleClickIsLetGoTooWhenTheWindowIsHidden)
+{
+    RockerHandle *const joystick = form().widget;
+    mouse::press(joystick, { 116, 58 });
+    mouse::release(joystick, { 116, 58 });
+    forgetSent();
+    mouse::send(joystick, QEvent::MouseButtonDblClick, { 116, 58 }, Qt::LeftButton, Qt::LeftButton);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return Probe::place(*window) == 5; }));
+    forgetSent();
+    window->hide();
+    EXPECT_EQ(sent(), (Requests{ stop, stop, stop, stop }));
+}
+
+TEST_F(Hold, SecondMouseButtonDoesNotHideTheFirst)
+{
+    slider_mouse::grab(form().slider_zoom);
+    slider_mouse::dragTo(form().slider_zoom, 90);
+    mouse::send(form().slider_zoom, QEvent::MouseButtonPress, { 10, 20 }, Qt::RightButton,
+        Qt::LeftButton | Qt::RightButton);
+    forgetSent();
+    window->hide();
+    EXPECT_EQ(sent(), (Requests{ zoomStop, zoomStop }));
 }
 
 TEST_F(Hold, SteppedLensIsLetGoAtOnceWhenTheWindowIsHidden)
