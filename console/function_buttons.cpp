@@ -94,8 +94,7 @@ void MainWindow::on_btn_ai_clicked()
         style_sheets::manualFraming, &BaseDevice::OpenAI, &BaseDevice::CloseAI });
 }
 
-// Framing off, not a focus push: cameras of this kind have no push. The framing button keeps its
-// state and face.
+// Framing off, not a focus push; why is not recorded. The framing button keeps its state and face.
 void MainWindow::on_btn_push_clicked() { send(&BaseDevice::CloseAI); }
 
 void MainWindow::on_btn_flip_clicked()

@@ -147,7 +147,8 @@ public slots:
     void cam3_warn();
     void cam4_warn();
     void cam5_warn();
-    /// Takes the no-camera notice down. Nothing calls it. lifecycle.cpp
+    /// Takes the no-camera notice down; the poll does so when it found a camera. No signal is
+    /// connected to it. lifecycle.cpp
     void warn_exit();
 
     // image_settings.cpp

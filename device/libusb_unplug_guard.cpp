@@ -33,8 +33,8 @@ bool versionAborts()
 extern "C" __attribute__((visibility("default"))) int LIBUSB_CALL libusb_set_interface_alt_setting(
     libusb_device_handle *handle, int interface, int setting)
 {
-    // Claiming an interface again is free of effect and asks the kernel whether the device is
-    // still there.
+    // Claiming an interface again changes nothing, and libusb answers it with this error once it
+    // has heard that the device is gone.
     if (versionAborts() && libusb_claim_interface(handle, interface) == LIBUSB_ERROR_NO_DEVICE)
         return LIBUSB_ERROR_NO_DEVICE;
     const SetAltSetting real = libusbsOwn();

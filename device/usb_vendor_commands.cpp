@@ -65,7 +65,7 @@ bool USBDevice::CallPreset(unsigned char preset)
     return sendVendorCommand(RecallPreset + preset);
 }
 
-// The gain is set by command on these cameras, not through the processing unit.
+// A command, not the gain control of the processing unit, from which the gain is read.
 bool USBDevice::SetGain(int value) { return sendVendorCommand(value); }
 
 bool USBDevice::SetFocusPush() { return false; }
