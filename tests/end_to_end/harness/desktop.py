@@ -86,7 +86,9 @@ class Desktop:
         self._server.wait()
 
     def screenshot(self, left=0, top=0, width=WIDTH, height=HEIGHT):
-        """A picture of the screen, or of a part of it."""
+        """A picture of the screen, or of a part of it; what is beside the screen is black."""
+        if left < 0 or top < 0 or left + width > WIDTH or top + height > HEIGHT:
+            return self.screenshot().crop((left, top, left + width, top + height))
         raw = self._screen.root.get_image(left, top, width, height, X.ZPixmap, 0xFFFFFFFF)
         return Image.frombytes("RGB", (width, height), raw.data, "raw", "BGRX")
 
