@@ -93,7 +93,7 @@ camera_out_of_reach() {
 }
 
 display=()
-if ! has_display; then
+if [[ $mode != tour ]] && ! has_display; then
     echo "There is no display, so the panel is shown on a virtual one."
     display=("$packaging/with_display.sh")
 fi
