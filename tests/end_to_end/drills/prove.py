@@ -25,7 +25,7 @@ SOURCES = ["CMakeLists.txt", "cmake", "console", "device", "forms", "resources",
 
 ALL_DRILLS = sorted(path.stem.removeprefix("test_") for path in HERE.glob("test_*.py"))
 WHOLE = Variant("whole", "", None, None, None, " ".join(ALL_DRILLS))
-AT_ONCE = 2
+AT_ONCE = 3
 
 
 def with_changes(text, variant):

@@ -112,12 +112,15 @@ os.execv(sys.argv[1], sys.argv[1:])
 CLOSED = ["sh", "-c", 'exec "$0" >&-']
 FULL = ["sh", "-c", 'exec "$0" >/dev/full']
 
+# A panel that was started with a signal ignored leaves it so.
+HEARING = {"through": ["env", "--default-signal=HUP,INT"]}
+
 OWN_SERVER = {"desktop": {"tray": False}}
 
 SIGNALS = [(signal.SIGTERM, MOMENTS), (signal.SIGINT, MOMENTS[:4]), (signal.SIGHUP, MOMENTS[:4])]
 
 ROWS = [
-    *[Row(number.name, moment, LETS_GO.format(128 + number), ended_by(number, hold))
+    *[Row(number.name, moment, LETS_GO.format(128 + number), ended_by(number, hold), HEARING)
       for number, moments in SIGNALS for moment, hold in moments],
     Row("SIGTERM", "in the tray", "ends with 143", in_the_tray(signal.SIGTERM)),
     Row("SIGTERM", "with the no-camera notice up", "ends with 143",

@@ -47,7 +47,7 @@ def while_its_name_is_read(drill):
     drill.up().receives_nothing_from_controls()
 
 
-def between_list_and_poll(command, afterwards):
+def between_list_and_poll(commands, afterwards):
     """The panel is stopped as soon as its window is there, half a second before it looks for
     cameras. A busy machine may miss that."""
     def run(drill):
@@ -55,7 +55,8 @@ def between_list_and_poll(command, afterwards):
         while "init success" in drill.panel.output():
             drill.start_anew()
             drill.panel.signal(signal.SIGSTOP)
-        drill.tell(command)
+        for command in commands:
+            drill.tell(command)
         drill.panel.signal(signal.SIGCONT)
         afterwards(drill.up())
     return run
@@ -67,8 +68,9 @@ def shows_the_notice(drill):
 
 def drives_nothing(drill):
     drill.receives_nothing_from_controls()
-    drill.panel.click("btn_cam1")
-    drill.receives_nothing_from_controls()
+    for number in range(1, drill.devices + 1):
+        drill.panel.click(f"btn_cam{number}")
+        drill.receives_nothing_from_controls()
 
 
 ROWS = [
@@ -81,10 +83,13 @@ ROWS = [
     Row("unplugged", "after it is found, before it is opened", "lives; every control is harmless",
         while_its_name_is_read, {"faults": ["delay 1 300"]}),
     Row("unplugged", "after the start, before cameras are looked for", "the notice comes up",
-        between_list_and_poll("unplug 1", shows_the_notice)),
-    Row("plugged in", "after the start, before cameras are looked for",
-        "lives; every control is harmless until the next start",
-        between_list_and_poll("replug 1", drives_nothing), {"faults": ["unplug 1"]}),
+        between_list_and_poll(["unplug 1"], shows_the_notice)),
+    *[Row(fault, "after the start, before cameras are looked for",
+          "lives; every control is harmless until the next start",
+          between_list_and_poll([f"replug {number}" for number in numbers], drives_nothing),
+          {"devices": len(numbers), "faults": [f"unplug {number}" for number in numbers]})
+      for fault, numbers in (("a camera plugged in", [1]),
+                             ("five cameras plugged in", [1, 2, 3, 4, 5]))],
 ]
 
 
