@@ -143,9 +143,6 @@ HoldGuard::HoldGuard(QWidget &guarded) : window(guarded)
     Q_UNUSED(registered)
     activeGuard = this;
     key_repeat::withoutReleases();
-    clock.start();
-    if (const quint32 now = key_repeat::serverTime())
-        noteTime(now);
     QCoreApplication::instance()->installEventFilter(this);
     termination::onSignal(this, [this] { releaseAll(); });
     // Before the click does its work: a stop that came later would go to the other camera.
@@ -168,8 +165,6 @@ bool HoldGuard::eventFilter(QObject *watched, QEvent *event)
 {
     const auto *const widget = qobject_cast<QWidget *>(watched);
     const bool ours = widget && widget->window() == &window;
-    if (const auto *const input = dynamic_cast<QInputEvent *>(event); input && input->timestamp())
-        noteTime(static_cast<quint32>(input->timestamp()));
     switch (event->type()) {
     case QEvent::KeyPress:
         if (isOverdue(*static_cast<QKeyEvent *>(event)))
@@ -220,6 +215,8 @@ void HoldGuard::notePress(const QKeyEvent &event)
     if (heldKeys.contains(place))
         return;
     heldKeys.insert(place, event.key());
+    lastPressTime = event.timestamp();
+    sinceLastPress.start();
 }
 
 // A press that a widget does not take goes on to its parent: the last one holds the mouse. A second
@@ -230,14 +227,6 @@ void HoldGuard::noteButton(QWidget *widget, const QMouseEvent &press)
         return;
     pressedWidget = widget;
     pressedButton = press.button();
-}
-
-// How far our clock is ahead of the events'. The quickest event tells it best.
-void HoldGuard::noteTime(quint32 eventTime)
-{
-    const auto ahead = static_cast<quint32>(clock.elapsed()) - eventTime;
-    if (!leastAhead || static_cast<qint32>(ahead - *leastAhead) < 0)
-        leastAhead = ahead;
 }
 
 void HoldGuard::noteRelease(const QKeyEvent &event)
@@ -254,14 +243,13 @@ void HoldGuard::noteRelease(const QKeyEvent &event)
 bool HoldGuard::isOverdue(const QKeyEvent &press) const
 {
     // Two or three repeats. What is younger may have waited for nothing but its turn.
-    constexpr qint32 patience = 100;
+    constexpr qint64 patience = 100;
     // The toolkit does not mark repeats that come without releases. Synthesised events tell no
     // time.
     if (!heldKeys.contains(placeOf(press)) || press.timestamp() == 0)
         return false;
-    const auto ahead =
-        static_cast<quint32>(clock.elapsed()) - static_cast<quint32>(press.timestamp());
-    return static_cast<qint32>(ahead - *leastAhead) > patience;
+    const auto age = static_cast<qint64>(press.timestamp() - lastPressTime);
+    return sinceLastPress.elapsed() - age > patience;
 }
 
 void HoldGuard::sendRelease(int key)

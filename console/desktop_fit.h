@@ -12,8 +12,6 @@
 #include <QPointer>
 #include <QWidget>
 
-#include <optional>
-
 class QKeyEvent;
 class QMouseEvent;
 
@@ -73,7 +71,6 @@ protected:
 private:
     void notePress(const QKeyEvent &event);
     void noteButton(QWidget *widget, const QMouseEvent &press);
-    void noteTime(quint32 eventTime);
     void noteRelease(const QKeyEvent &event);
     bool isOverdue(const QKeyEvent &press) const;
     void sendRelease(int key);
@@ -82,10 +79,10 @@ private:
     void releaseSteps();
 
     QWidget &window;
-    QHash<quint32, int> heldKeys;      ///< by the key's place on the keyboard
-    QElapsedTimer clock;               ///< our own
-    std::optional<quint32> leastAhead; ///< of the clock that dates the events, in milliseconds
-    QPointer<QWidget> pressedWidget;   ///< holds the mouse
+    QHash<quint32, int> heldKeys;    ///< by the key's place on the keyboard
+    ulong lastPressTime = 0;         ///< by the clock of the events, in milliseconds
+    QElapsedTimer sinceLastPress;    ///< by our own
+    QPointer<QWidget> pressedWidget; ///< holds the mouse
     Qt::MouseButton pressedButton = Qt::NoButton;
 };
 

@@ -3,8 +3,6 @@
 
 #pragma once
 
-#include <cstdint>
-
 namespace key_repeat {
 
 /// Has the X server send a held key as press, press, press, and one release at the end. By itself
@@ -13,9 +11,5 @@ namespace key_repeat {
 /// machine is most of the time, the camera would stop and start again. Call once the application
 /// object is there. Does nothing elsewhere than on X11.
 void withoutReleases();
-
-/// The X server's clock in milliseconds, by which it dates what the user does. 0 elsewhere than on
-/// X11.
-std::uint32_t serverTime();
 
 } // namespace key_repeat

@@ -160,20 +160,6 @@ TEST_F(Hold, RepeatThatComesLateIsDropped)
     EXPECT_EQ(sent(), Requests{ up });
 }
 
-TEST_F(Hold, RepeatBehindAPressThatCameLateIsDroppedToo)
-{
-    QElapsedTimer sinceStart;
-    sinceStart.start();
-    pressAt(Qt::Key_F, 1000); // tells how the clocks stand
-    release(Qt::Key_F);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return sinceStart.elapsed() > 300; }));
-    forgetSent();
-    pressAt(Qt::Key_Left, 1010); // late, but a press
-    EXPECT_EQ(sent(), Requests{ left });
-    pressAt(Qt::Key_Left, 1040);
-    EXPECT_EQ(sent(), Requests());
-}
-
 TEST_F(Hold, KeyIsLetGoWhenThePanelIsClosed)
 {
     press(Qt::Key_Left);
