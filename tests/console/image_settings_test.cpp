@@ -226,9 +226,11 @@ TEST_P(SettingsSlider, ClickBesideTheHandleDoesNotMoveIt)
     openPanel();
     QSlider *const handle = slider(row());
     const int before = handle->value();
-    QTest::mouseClick(handle, Qt::LeftButton, Qt::NoModifier, slider_mouse::handleAt(handle, 85));
-    QTest::mouseClick(handle, Qt::LeftButton, Qt::NoModifier, { 3, handle->height() / 2 });
-    EXPECT_EQ(handle->value(), before);
+    for (const QPoint &place :
+        { slider_mouse::handleAt(handle, 85), QPoint(3, handle->height() / 2) }) {
+        QTest::mouseClick(handle, Qt::LeftButton, Qt::NoModifier, place);
+        EXPECT_EQ(handle->value(), before);
+    }
     EXPECT_EQ(sent(), Requests());
 }
 
