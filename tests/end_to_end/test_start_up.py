@@ -17,16 +17,18 @@ ENUMERATION = ["one: init success", "one: get list success"]
 
 
 def use_every_control(panel):
-    """Clicks on and drags everything that does not end or hide the panel, and types every key.
+    """Clicks on and drags everything in sight but what ends or hides the panel, and types every key.
     There is one camera at most, and no notice about."""
     mouse, keyboard = panel.desktop.mouse, panel.desktop.keyboard
-    for name in face.CONTROLS:
+    for name, rectangle in face.CONTROLS.items():
         if name in ("btn_close", "btn_min"):
+            continue
+        if rectangle.x >= face.LEFT_PANEL_WIDTH and not settings_panel_shown(panel):
             continue
         x, y = panel.middle_of(name)
         if name.startswith("slider_"):
             mouse.drag((x, y), (x, y - 30), (x + 30, y + 30), (x, y))
-        elif name == "cb_fliker" and settings_panel_shown(panel):
+        elif name == "cb_fliker":
             items = panel.open_flicker_choice()
             keyboard.tap("Escape")
             wait_for(lambda: not panel.desktop.windows.is_visible(items), "the items to go")

@@ -38,13 +38,12 @@ told apart by a click of the mouse, which takes the keyboard back to the window.
 def press(panel):
     """Presses what has the keyboard, and returns what was sent; nothing when the panel has gone
     or a list has come up."""
-    before = len(panel.own_windows())
     for key in ("space", "7", "3"):
         panel.desktop.keyboard.tap(key)
 
     def done():
         return (not panel.is_running() or not panel.is_visible()
-                or len(panel.own_windows()) > before
+                or panel.flicker_items()
                 or panel.so_far()[-2:-1] in ([call_preset(7, n)] for n in range(1, 6)))
 
     wait_for(done, "the press to do its work")
@@ -56,14 +55,13 @@ def press(panel):
 def press_and_name(panel):
     """Presses what has the keyboard and tells by what happens what it is."""
     pin = panel.picture_of("btn_top").tobytes()
-    windows = len(panel.own_windows())
     sent = press(panel)
     if panel.is_running() and not panel.is_visible() and panel.tray_icon():
         return "btn_min"
     if not panel.is_running() or not panel.is_visible():
         assert panel.ended() == 0
         return "btn_close"
-    if len(panel.own_windows()) > windows:
+    if panel.flicker_items():
         return "cb_fliker"
     if sent and sent[-1].split(" ", 1)[1] == auto_white_balance(0).split(" ", 1)[1]:
         return "btn_default"

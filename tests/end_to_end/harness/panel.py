@@ -17,6 +17,8 @@ from .waiting import wait_for
 # Two keys whose requests no test expects one after the other, and two for when one is held.
 _LAST_KEYS = [("7", "3"), ("8", "4")]
 
+_WIDEST_TRAY_ICON = 64
+
 
 def binary(name):
     """The path of a program of the build under test."""
@@ -110,6 +112,7 @@ class Panel:
         """What the cameras received since the last call, nothing being under way any more: two
         more requests are let through, and everything before them is returned. The panel must have
         the keyboard and a camera."""
+        self._windows.settle()
         keyboard = self.desktop.keyboard
         keys = next(keys for keys in _LAST_KEYS if not keyboard.held_keys.intersection(keys))
         for key in keys:
@@ -186,22 +189,28 @@ class Panel:
 
     def open_flicker_choice(self):
         """Clicks on the anti-flicker choice and returns the window with its items."""
-        before = self.own_windows()
         self.click("cb_fliker")
-        return wait_for(lambda: [window for name, window in self.own_windows().items()
-                                 if name not in before], "the items to choose from")[0]
+        return wait_for(self.flicker_items, "the items to choose from")
 
-    def own_windows(self):
-        """Everything that the panel has on the screen, by the windows' ids."""
-        return {window.id: window for window in self._windows.of_same_client(self.window)
-                if self._windows.is_visible(window)}
+    def flicker_items(self):
+        """The window with the items of the anti-flicker choice, or none."""
+        for window, place in self._unmanaged_windows():
+            if place.width > _WIDEST_TRAY_ICON:
+                return window
+        return None
 
     def tray_icon(self):
         """The panel's window in the tray, or none."""
-        for window in self.own_windows().values():
-            if self._windows.place(window).width <= 64:
+        for window, place in self._unmanaged_windows():
+            if place.width <= _WIDEST_TRAY_ICON:
                 return window
         return None
+
+    def _unmanaged_windows(self):
+        """What the panel has on the screen past the window manager, and where."""
+        return [(window, self._windows.place(window))
+                for window in self._windows.of_same_client(self.window)
+                if self._windows.is_unmanaged(window)]
 
     def double_click_tray_icon(self):
         icon = wait_for(self.tray_icon, "the icon in the tray")

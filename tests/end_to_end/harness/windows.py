@@ -54,6 +54,14 @@ class Windows:
         except error.XError:
             return False
 
+    def is_unmanaged(self, window):
+        """Whether the window is on the screen and no business of the window manager's."""
+        try:
+            attributes = window.get_attributes()
+            return attributes.map_state == X.IsViewable and bool(attributes.override_redirect)
+        except error.XError:
+            return False
+
     def place(self, window):
         """Where the window's inside is on the screen, and how large it is."""
         size = window.get_geometry()
@@ -85,8 +93,19 @@ class Windows:
 
     def activate(self, window):
         """Gives the window the keyboard, as a task bar does."""
-        self._ask(window, "_NET_ACTIVE_WINDOW", [2, X.CurrentTime, 0, 0, 0])
+        if not self.has_keyboard(window):
+            self._ask(window, "_NET_ACTIVE_WINDOW", [2, X.CurrentTime, 0, 0, 0])
+        self.settle()
         wait_for(lambda: self.has_keyboard(window), "the window to get the keyboard")
+
+    def settle(self):
+        """Waits until the window manager has done everything that it was asked for up to now: it
+        answers one more question, about a window that is never shown."""
+        unseen = self._root.create_window(-10, -10, 1, 1, 0, X.CopyFromParent)
+        self._ask(unseen, "_NET_REQUEST_FRAME_EXTENTS", [0, 0, 0, 0, 0])
+        wait_for(lambda: self.property(unseen, "_NET_FRAME_EXTENTS"), "the window manager")
+        unseen.destroy()
+        self._display.sync()
 
     def minimise(self, window):
         """Has the window manager turn the window into an icon."""
