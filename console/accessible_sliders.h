@@ -12,7 +12,7 @@ namespace accessible_sliders {
 /// as it does under the mouse.
 ///
 /// Call after the application object is made and before the first slider is. What a step does is
-/// told in desktop_fit.h.
+/// told in slider_steps.h.
 void install();
 
 } // namespace accessible_sliders

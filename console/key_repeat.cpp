@@ -18,6 +18,11 @@ void withoutReleases()
         XkbSetDetectableAutoRepeat(QX11Info::display(), True, nullptr);
 }
 
+std::uint32_t serverTime()
+{
+    return QX11Info::isPlatformX11() ? static_cast<std::uint32_t>(QX11Info::getTimestamp()) : 0;
+}
+
 } // namespace key_repeat
 
 #else
@@ -25,6 +30,8 @@ void withoutReleases()
 namespace key_repeat {
 
 void withoutReleases() { }
+
+std::uint32_t serverTime() { return 0; }
 
 } // namespace key_repeat
 

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <cstdint>
+
 namespace key_repeat {
 
 /// Has the X server send a held key as press, press, press, and one release at the end. By itself
@@ -11,5 +13,9 @@ namespace key_repeat {
 /// machine is most of the time, the camera would stop and start again. Call once the application
 /// object is there. Does nothing elsewhere than on X11.
 void withoutReleases();
+
+/// What the clock shows now by which X11 dates events, in milliseconds; 0 elsewhere than on X11.
+/// Asks the X server and waits for the answer.
+std::uint32_t serverTime();
 
 } // namespace key_repeat

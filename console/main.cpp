@@ -5,10 +5,14 @@
 
 #include "console/accessible_sliders.h"
 #include "console/desktop_fit.h"
+#include "console/hold_guard.h"
 #include "console/main_window.h"
+#include "console/slider_steps.h"
+#include "console/termination.h"
 
 int main(int argc, char *argv[])
 {
+    termination::fillStandardStreams();
     desktop_fit::prepare();
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
     QApplication application(argc, argv);

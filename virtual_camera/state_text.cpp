@@ -50,7 +50,8 @@ std::string stateText(const Device &device)
 {
     const CameraState state = device.state();
     std::string text = device.pluggedIn() ? "plugged=yes" : "plugged=no";
-    text += " address=" + std::to_string(device.address());
+    text += " address=" + std::to_string(device.address())
+        + " requests_under_way=" + std::to_string(device.requestsUnderWay());
     text += axisText("pan", state.pan) + axisText("tilt", state.tilt) + axisText("zoom", state.zoom)
         + axisText("focus", state.focus);
     text += switchText("mute", state.mute) + switchText("flip", state.flip)

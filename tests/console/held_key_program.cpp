@@ -13,6 +13,7 @@
 
 #include "console/console_state.h"
 #include "console/desktop_fit.h"
+#include "console/hold_guard.h"
 #include "console/main_window.h"
 
 namespace {

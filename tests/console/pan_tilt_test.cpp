@@ -142,7 +142,7 @@ TEST_F(PanTilt, RepeatedPressActsAgain)
         QCoreApplication::sendEvent(window.get(), &event);
     }
     EXPECT_EQ(sent(), (Requests{ right21, right21, right21, right21 }));
-    // The window itself makes no difference; desktop_fit keeps such releases away from it.
+    // The window itself makes no difference; the hold guard keeps such releases away from it.
     QKeyEvent event(QEvent::KeyRelease, Qt::Key_Right, Qt::NoModifier, QString(), true);
     QCoreApplication::sendEvent(window.get(), &event);
     EXPECT_EQ(sent(), (Requests{ stop, zoomStop }));

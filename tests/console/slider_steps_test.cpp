@@ -9,7 +9,7 @@
 #include <QWheelEvent>
 
 #include "console/accessible_sliders.h"
-#include "console/desktop_fit.h"
+#include "console/slider_steps.h"
 #include "tests/console/image_settings_fixture.h"
 #include "tests/console/slider_mouse.h"
 

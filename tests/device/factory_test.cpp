@@ -15,6 +15,12 @@ namespace {
 long allocations = 0;
 long releases = 0;
 
+void release(void *memory) noexcept
+{
+    releases += memory ? 1 : 0;
+    std::free(memory);
+}
+
 } // namespace
 
 void *operator new(std::size_t size)
@@ -24,12 +30,8 @@ void *operator new(std::size_t size)
         return memory;
     throw std::bad_alloc();
 }
-void operator delete(void *memory) noexcept
-{
-    releases += memory ? 1 : 0;
-    std::free(memory);
-}
-void operator delete(void *memory, std::size_t /*size*/) noexcept { ::operator delete(memory); }
+void operator delete(void *memory) noexcept { release(memory); }
+void operator delete(void *memory, std::size_t /*size*/) noexcept { release(memory); }
 
 namespace {
 

@@ -17,7 +17,7 @@ ENUMERATION = ["one: init success", "one: get list success"]
 
 
 def use_every_control(panel):
-    """Clicks on and drags everything in sight but what ends or hides the panel, and types every key.
+    """Clicks on and drags everything in sight but what ends or hides the panel, and types all keys.
     There is one camera at most, and no notice about."""
     mouse, keyboard = panel.desktop.mouse, panel.desktop.keyboard
     for name, rectangle in face.CONTROLS.items():

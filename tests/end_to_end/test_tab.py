@@ -44,7 +44,8 @@ def press(panel):
     def done():
         return (not panel.is_running() or not panel.is_visible()
                 or panel.flicker_items()
-                or panel.so_far()[-2:-1] in ([call_preset(7, n)] for n in range(1, 6)))
+                or panel.so_far()[-2:] in ([call_preset(7, n), call_preset(3, n)]
+                                           for n in range(1, 6)))
 
     wait_for(done, "the press to do its work")
     sent = panel.so_far()[:-2]

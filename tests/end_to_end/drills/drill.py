@@ -123,10 +123,18 @@ class Drill:
         self.answers()
         assert self.panel.log.requests()[start:] == []
 
+    def state(self, camera):
+        """What the camera is doing, by name."""
+        return dict(word.split("=", 1) for word in self.tell(f"state {camera}").split()[1:])
+
     def velocities(self, camera):
-        words = self.tell(f"state {camera}").split()
-        return {name: int(value) for name, value in
-                (word.split("=", 1) for word in words if "_velocity=" in word)}
+        return {name: int(value) for name, value in self.state(camera).items()
+                if name.endswith("_velocity")}
+
+    def hangs(self, camera=1):
+        """The panel waits for an answer of this camera."""
+        self.wait(lambda: self.state(camera)["requests_under_way"] != "0",
+                  f"a request to be under way at camera {camera}")
 
     def at_rest(self, camera=1):
         """Nothing moves at the camera any more."""
@@ -212,7 +220,9 @@ def use_every_control(drill):
             panel.click(control)
     for control in ("joystick", "slider_zoom", *(f"slider_{name}" for name in face.SETTINGS)):
         x, y = panel.middle_of(control)
-        desktop.mouse.drag((x, y), (x + 20, y - 30), (x + 40, y - 40))
+        # There and back: by a slider that has no range, it is the window that is dragged.
+        desktop.mouse.drag((x, y), (x + 20, y - 30), (x + 40, y - 40), (x, y))
+        desktop.windows.answers(panel.window)
     panel.click("btn_ok")
     desktop.windows.activate(panel.window)
     for key in ("Right", "Up", "Left", "Down", "t", "w", "f", "m", "p", "3"):

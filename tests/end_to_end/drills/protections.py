@@ -11,7 +11,7 @@ from collections import namedtuple
 Variant = namedtuple("Variant", "name meaning file old new drills")
 
 EDGE = "device/uvc_edge.h"
-FIT = "console/desktop_fit.cpp"
+HOLDS = "console/hold_guard.cpp"
 END = "console/termination.cpp"
 
 PROTECTIONS = [
@@ -39,31 +39,31 @@ PROTECTIONS = [
     Variant("hold-guard", "nothing that is held is let go", "console/main.cpp",
             "    const desktop_fit::HoldGuard guard(window);\n", "", "hands end delay"),
     # Either of the two is enough in most cases.
-    Variant("lost-keyboard", "keys stay held when the keyboard is lost", FIT,
+    Variant("lost-keyboard", "keys stay held when the keyboard is lost", HOLDS,
             ("        if (watched == &window)\n            releaseKeys();",
              "if (watched == window.windowHandle())"),
             ("        if (watched == nullptr)\n            releaseKeys();",
              "if (watched == nullptr)"), "hands second"),
-    Variant("hidden", "nothing is let go when the window is hidden", FIT,
+    Variant("hidden", "nothing is let go when the window is hidden", HOLDS,
             "        if (watched == &window)\n            releaseAll();",
             "        if (watched == nullptr)\n            releaseAll();", "hands end"),
-    Variant("other-camera", "nothing is let go when a camera is chosen", FIT,
+    Variant("other-camera", "nothing is let go when a camera is chosen", HOLDS,
             "connect(button, &QPushButton::released, this, [this] { releaseAll(); });",
             "connect(button, &QPushButton::released, this, [] { });", "hands"),
-    Variant("at-quit", "nothing is let go when the panel is closed", FIT,
+    Variant("at-quit", "nothing is let go when the panel is closed", HOLDS,
             "        [this] { releaseAll(); });\n    window.setFocus();",
             "        [] { });\n    window.setFocus();", "end"),
-    Variant("at-exit", "nothing is let go when the X server goes", FIT,
+    Variant("at-exit", "nothing is let go when the X server goes", HOLDS,
             "    if (activeGuard)\n        activeGuard->releaseAll();", "", "end"),
-    Variant("late-repeats", "repeats of a key act however late they come", FIT,
+    Variant("late-repeats", "repeats of a key act however late they come", HOLDS,
             "if (isOverdue(*static_cast<QKeyEvent *>(event)))", "if (false)", "delay hands"),
-    Variant("server-repeat", "the X server sends releases of a key that repeats", FIT,
+    Variant("server-repeat", "the X server sends releases of a key that repeats", HOLDS,
             "    key_repeat::withoutReleases();\n", "", "hands delay"),
-    Variant("signals", "signals end the panel at once", FIT,
+    Variant("signals", "signals end the panel at once", HOLDS,
             "    termination::onSignal(this, [this] { releaseAll(); });\n", "", "end delay"),
     Variant("grace", "a camera that never answers keeps the panel alive", END,
             "    alarm(graceSeconds);\n", "", "end"),
-    Variant("streams", "closed standard streams stay closed", FIT,
+    Variant("streams", "closed standard streams stay closed", "console/main.cpp",
             "    termination::fillStandardStreams();\n", "", "end"),
     Variant("pipe", "an output that nobody reads is deadly", END,
             "    std::signal(SIGPIPE, SIG_IGN);\n", "", "end"),

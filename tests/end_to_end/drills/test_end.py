@@ -45,6 +45,7 @@ def while_the_camera_hangs(drill):
     drill.ready()
     drill.tell(HANGS)
     drill.desktop.keyboard.tap("Right")
+    drill.hangs()
     drill.panel.signal(signal.SIGTERM)
     drill.ends_with(128 + signal.SIGALRM)
 
@@ -53,6 +54,7 @@ def unplugged_while_it_hangs(drill):
     drill.ready()
     drill.tell(HANGS)
     drill.desktop.keyboard.tap("Right")
+    drill.hangs()
     drill.tell("unplug 1")
     drill.receives_nothing_from_controls()
 

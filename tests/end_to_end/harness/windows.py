@@ -5,6 +5,7 @@
 
 from collections import namedtuple
 
+import Xlib.display
 from Xlib import X, Xatom, Xutil, error
 from Xlib.protocol import event
 
@@ -19,6 +20,8 @@ class Windows:
     def __init__(self, display):
         self._display = display
         self._root = display.screen().root
+        self._echoes = None
+        self._pings = 0
 
     def root_property(self, name):
         return self.property(self._root, name)
@@ -106,6 +109,33 @@ class Windows:
         wait_for(lambda: self.property(unseen, "_NET_FRAME_EXTENTS"), "the window manager")
         unseen.destroy()
         self._display.sync()
+
+    def answers(self, window):
+        """Waits until the program that owns the window has taken in all that it was sent, mouse and
+        keys too. It echoes a ping when it reads it, and does by the next one what it read before."""
+        for _ in range(2):
+            self._ping(window)
+        self.settle()
+
+    def _ping(self, window):
+        if self._echoes is None:
+            self._echoes = Xlib.display.Display(self._display.get_display_name())
+            self._echoes.screen().root.change_attributes(event_mask=X.StructureNotifyMask)
+            self._echoes.sync()
+        self._pings += 1
+        ping = self._display.intern_atom("_NET_WM_PING")
+        window.send_event(event.ClientMessage(
+            window=window, client_type=self._display.intern_atom("WM_PROTOCOLS"),
+            data=(32, [ping, self._pings, window.id, 0, 0])))
+        self._display.sync()
+        wait_for(self._echoed, "the program to answer its window manager")
+
+    def _echoed(self):
+        while self._echoes.pending_events():
+            happened = self._echoes.next_event()
+            if happened.type == X.ClientMessage and happened.data[1][1] == self._pings:
+                return True
+        return False
 
     def minimise(self, window):
         """Has the window manager turn the window into an icon."""
