@@ -59,8 +59,8 @@ run_tests() { # PRESET CTEST_OPTION...
     echo "== test: $*"
     # One job more than there are processors: the longest tests mostly wait. The machine is so busy
     # then that now and again an emulated bus or an X server answers too late; a test that fails is
-    # tried again, twice at the most, and CTest's output names it.
-    ctest --preset "$1" -j $(($(nproc) + 1)) --repeat until-pass:3 "${selection[@]}" "${@:2}"
+    # tried once more, and CTest's output names it.
+    ctest --preset "$1" -j $(($(nproc) + 1)) --repeat until-pass:2 "${selection[@]}" "${@:2}"
 }
 
 configure release

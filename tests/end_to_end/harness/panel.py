@@ -112,7 +112,7 @@ class Panel:
         """What the cameras received since the last call, nothing being under way any more: two
         more requests are let through, and everything before them is returned. The panel must have
         the keyboard and a camera."""
-        self._windows.settle()
+        self._windows.answers(self.window)
         keyboard = self.desktop.keyboard
         keys = next(keys for keys in _LAST_KEYS if not keyboard.held_keys.intersection(keys))
         for key in keys:

@@ -96,6 +96,8 @@ class Windows:
 
     def activate(self, window):
         """Gives the window the keyboard, as a task bar does."""
+        # A window that has just come up may be about to get it.
+        self.settle()
         if not self.has_keyboard(window):
             self._ask(window, "_NET_ACTIVE_WINDOW", [2, X.CurrentTime, 0, 0, 0])
         self.settle()
