@@ -50,7 +50,7 @@ HoldGuard::HoldGuard(QWidget &guarded) : window(guarded)
     static const int registered = std::atexit(releaseAtExit);
     Q_UNUSED(registered)
     activeGuard = this;
-    key_repeat::withoutReleases();
+    releasesAreReal = key_repeat::withoutReleases();
     clock.start();
     if (const quint32 now = key_repeat::serverTime())
         noteTime(now);
@@ -86,7 +86,7 @@ bool HoldGuard::eventFilter(QObject *watched, QEvent *event)
             notePress(*static_cast<QKeyEvent *>(event));
         break;
     case QEvent::KeyRelease:
-        if (static_cast<QKeyEvent *>(event)->isAutoRepeat())
+        if (static_cast<QKeyEvent *>(event)->isAutoRepeat() && !releasesAreReal)
             return true;
         if (widget)
             noteRelease(*static_cast<QKeyEvent *>(event), ours);

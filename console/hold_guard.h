@@ -19,8 +19,8 @@ namespace desktop_fit {
 /// Sees to it that what the user starts by holding something stops when it is let go, however that
 /// happens, and gives the window the keyboard.
 ///
-/// - A held key that repeats as release and press is still down: those releases are dropped, and
-///   the camera does not stutter.
+/// - A held key that repeats as release and press is still down: those releases are asked away or
+///   dropped, and the camera does not stutter.
 /// - When the window loses the keyboard or is hidden while a key is held, the release goes to
 ///   nobody: the window gets it from here, and the camera stops. So it does when the release goes
 ///   to another window of the panel, such as the list of a combo box.
@@ -65,6 +65,7 @@ private:
     void releaseButton();
 
     QWidget &window;
+    bool releasesAreReal = false;      ///< also those that the toolkit takes for repeats
     QHash<quint32, int> heldKeys;      ///< by the key's place on the keyboard
     QElapsedTimer clock;               ///< our own
     std::optional<quint32> leastAhead; ///< of the clock that dates the events, in milliseconds

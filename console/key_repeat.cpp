@@ -12,10 +12,10 @@
 
 namespace key_repeat {
 
-void withoutReleases()
+bool withoutReleases()
 {
-    if (QX11Info::isPlatformX11())
-        XkbSetDetectableAutoRepeat(QX11Info::display(), True, nullptr);
+    return QX11Info::isPlatformX11()
+        && XkbSetDetectableAutoRepeat(QX11Info::display(), True, nullptr) == True;
 }
 
 std::uint32_t serverTime()
@@ -29,7 +29,7 @@ std::uint32_t serverTime()
 
 namespace key_repeat {
 
-void withoutReleases() { }
+bool withoutReleases() { return false; }
 
 std::uint32_t serverTime() { return 0; }
 

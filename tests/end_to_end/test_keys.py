@@ -63,6 +63,12 @@ def test_a_key_held_for_two_seconds_stops_the_camera_at_the_release_and_not_befo
     assert set(starts) == set(at_press)
 
 
+def test_taps_that_are_quicker_than_any_finger_are_taps_all_the_same(panel, desktop):
+    for _ in range(5):
+        desktop.keyboard.tap("Right")
+    assert panel.received() == [pan(+1, 21), halt(), halt_zoom()] * 5
+
+
 def test_a_second_arrow_key_adds_its_axis_and_its_release_stops_everything(panel, desktop):
     with desktop.keyboard.without_repeat(), desktop.keyboard.held("Right"):
         with desktop.keyboard.held("Up"):

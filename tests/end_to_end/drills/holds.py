@@ -38,6 +38,13 @@ def joystick(drill):
         yield
 
 
+@contextlib.contextmanager
+def joystick_by_a_double_click(drill):
+    drill.desktop.mouse.click(*drill.panel.middle_of("joystick"))
+    with joystick(drill):
+        yield
+
+
 def _lens(control):
     @contextlib.contextmanager
     def hold(drill):

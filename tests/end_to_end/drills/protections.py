@@ -58,7 +58,7 @@ PROTECTIONS = [
     Variant("late-repeats", "repeats of a key act however late they come", HOLDS,
             "if (isOverdue(*static_cast<QKeyEvent *>(event)))", "if (false)", "delay hands"),
     Variant("server-repeat", "the X server sends releases of a key that repeats", HOLDS,
-            "    key_repeat::withoutReleases();\n", "", "hands delay"),
+            "releasesAreReal = key_repeat::withoutReleases();", "", "hands delay"),
     Variant("signals", "signals end the panel at once", HOLDS,
             "    termination::onSignal(this, [this] { releaseAll(); });\n", "", "end delay"),
     Variant("grace", "a camera that never answers keeps the panel alive", END,

@@ -57,6 +57,24 @@ def chosen(drill):
     drill.drives()
 
 
+def chosen_while_held(drill):
+    """The key is let go while the other camera is being read."""
+    drill.ready()
+    drill.tell("delay 2 50")
+    with drill.desktop.keyboard.held("Right"):
+        drill.moves(1)
+        drill.panel.click("btn_cam2")
+        drill.hangs(2)
+        start = len(drill.panel.log.lines())
+    drill.wait(lambda: requests.halt(2) in drill.panel.log.settings(start),
+               "the release to reach the camera that is chosen")
+    assert drill.panel.log.settings(start).count(requests.pan(+1, 21, 2)) <= 1
+    drill.at_rest(1)
+    drill.at_rest(2)
+    drill.tell("delay 2 0")
+    drill.drives(camera=2)
+
+
 def used(drill):
     drill.up()
     drill.patience = CHOOSING
@@ -81,6 +99,8 @@ ROWS = [
         {"faults": ["delay 1 50"]}),
     *[Row("50 ms for each request", moment, LIVES, driven(50, hold)) for moment, hold in MOMENTS],
     Row("50 ms for each request", "an arrow key held long", LIVES, long_held(50, 40)),
+    Row("50 ms for each request", "an arrow key held while the camera is chosen",
+        "lives; the camera moves once at the most, and stops", chosen_while_held, {"devices": 2}),
     *[Row("1 s for each request", moment, LIVES, driven(1000, hold)) for moment, hold in MOMENTS],
     Row("1 s for each request", "an arrow key held long", LIVES, long_held(1000, 3)),
     Row("1 s for each request", "when the camera is chosen", "lives; the camera is driven", chosen),

@@ -6,7 +6,7 @@
 from drill import Row, drill_rows
 from hands_off import bring_back, notice_of_missing_camera
 from harness import requests
-from holds import MOTIONS
+from holds import MOTIONS, joystick_by_a_double_click
 
 KEYS = MOTIONS[:2]
 NOT_KEYS = MOTIONS[2:]
@@ -55,6 +55,30 @@ def stops_at_the_release(hold, loss):
         with hold(drill):
             loss(drill)
         drill.at_rest()
+        drill.drives()
+    return run
+
+
+def chosen_while_the_key_repeats(drill):
+    """The key is held, so it drives the camera that is chosen now."""
+    drill.ready()
+    with drill.desktop.keyboard.held("Right"):
+        drill.moves(1)
+        drill.panel.click("btn_cam2")
+        drill.at_rest(1)
+        drill.moves(2)
+    drill.at_rest(2)
+    drill.drives(camera=2)
+
+
+def let_go_in_the_list(hold):
+    def run(drill):
+        drill.ready().panel.click("btn_setting")
+        with hold(drill):
+            drill.panel.open_flicker_choice()
+        drill.at_rest()
+        drill.desktop.keyboard.tap("Escape")
+        drill.wait(lambda: not drill.panel.flicker_items(), "the list to go")
         drill.drives()
     return run
 
@@ -109,11 +133,18 @@ ROWS = [
     *[Row("another window comes up", moment, "the camera stops at the release",
           stops_at_the_release(hold, another_window)) for moment, hold in NOT_KEYS],
     *[Row("the window manager minimises the panel", moment, STOPS,
-          stops_while_held(hold, minimised)) for moment, hold in MOTIONS],
+          stops_while_held(hold, minimised))
+      for moment, hold in [*MOTIONS, ("the joystick held by the second press of a double click",
+                                      joystick_by_a_double_click)]],
     *[Row("the panel goes to the tray", moment, STOPS, stops_while_held(hold, to_the_tray))
       for moment, hold in KEYS],
     *[Row("another camera is chosen", moment, STOPS, stops_while_held(hold, another_camera),
           {"devices": 2}) for moment, hold in KEYS],
+    Row("another camera is chosen", "an arrow key held and repeating",
+        "the camera stops at once, the other one at the release", chosen_while_the_key_repeats,
+        {"devices": 2}),
+    *[Row("the list of the anti-flicker choice is opened", moment, "the camera stops at the release",
+          let_go_in_the_list(hold)) for moment, hold in KEYS],
     *[Row("the notice of a missing camera comes up", moment, STOPS,
           stops_while_held(hold, missing_camera)) for moment, hold in KEYS],
     Row("a key repeats", "held", "the camera does not stutter", does_not_stutter),
