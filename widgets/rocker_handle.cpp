@@ -151,7 +151,8 @@ void RockerHandle::placeHandle()
     const QPoint offset = mousePoint - centerPoint;
     pointerDistance = Pointdis(baseRadius, baseRadius, mousePoint.x(), mousePoint.y());
     const int travel = baseRadius - handleRadius;
-    if (travel >= pointerDistance) {
+    // Beyond 190 dots per inch the disc is larger than the widget, and there is no travel at all.
+    if (travel >= pointerDistance || pointerDistance == 0.0) {
         handlePoint = centerPoint;
         return;
     }

@@ -48,6 +48,13 @@ TEST_F(JoystickAt96Dpi, ReportsFromTheConstantCentreNotFromThePaintedOne)
     }
 }
 
+TEST_F(JoystickAt96Dpi, DiscThatIsLargerThanTheWidgetRestsInTheMiddle)
+{
+    joystick.resize(40, 40);
+    paintDue();
+    EXPECT_EQ(handle(), QPoint(20, 20));
+}
+
 TEST_F(JoystickAt96Dpi, TicksEvery100MillisecondsAllTheSame)
 {
     mouse::press(&joystick, { 58, 58 });
