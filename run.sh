@@ -6,7 +6,7 @@ set -euo pipefail
 usage="Usage: ./run.sh [OPTION]...
 Installs what is missing, builds the panel and starts it on virtual cameras.
 
-  --cameras N  plug in N virtual cameras (default: 3)
+  --cameras N  plug in N virtual cameras (1 to 32; default: 3)
   --real       use the cameras that are plugged in, no virtual ones
   --tour       play every button, key and slider by machine and write a report
   --help       show this help
@@ -42,18 +42,17 @@ while [[ $# -gt 0 ]]; do
     shift
 done
 [[ $cameras_given == no || $mode == virtual ]] || complain "--cameras does not go with --$mode"
-[[ $cameras =~ ^[0-9]+$ ]] || complain "--cameras needs a number, not '$cameras'"
+[[ $cameras =~ ^([1-9]|[12][0-9]|3[0-2])$ ]] ||
+    complain "--cameras needs a number from 1 to 32, not '$cameras'"
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 packaging=$root/packaging
 bin=$root/build/release/bin
-tour=$root/tests/end_to_end/tour.py
 
 has_display() { [[ -n ${DISPLAY:-}${WAYLAND_DISPLAY:-} ]]; }
 
-if [[ $mode == tour && ! -f $tour ]]; then complain "there is no tour yet"; fi
-if [[ $mode == virtual && -f $tour ]] && ! has_display; then
-    echo "There is no display, so the tour is run instead."
+if [[ $mode == virtual ]] && ! has_display; then
+    echo "There is no display, so the tour is run instead, on a virtual one."
     mode=tour
 fi
 
@@ -92,27 +91,24 @@ camera_out_of_reach() {
     done
 }
 
-display=()
-if [[ $mode != tour ]] && ! has_display; then
-    echo "There is no display, so the panel is shown on a virtual one."
-    display=("$packaging/with_display.sh")
-fi
 case $mode in
     tour)
         echo "The tour takes a while; its report will be in $root/build/tour"
-        exec "$tour" --bin "$bin" --report "$root/build/tour"
+        exec "$root/tests/end_to_end/tour.py" --bin "$bin" --report "$root/build/tour"
         ;;
     real)
         node=$(camera_out_of_reach)
         if [[ -n $node ]]; then
             echo "The camera $node may not be opened; allow it with: sudo install -m 644 '$packaging/60-ptz-panel.rules' /etc/udev/rules.d/ && sudo udevadm control --reload && sudo udevadm trigger --settle --attr-match=idProduct=8888" >&2
         fi
-        exec "${display[@]}" "$bin/ptz-panel"
+        has_display && exec "$bin/ptz-panel"
+        echo "There is no display, so the panel is shown on a virtual one."
+        exec "$packaging/with_display.sh" "$bin/ptz-panel"
         ;;
-    virtual)
+    virtual) # there is a display
         log=$root/build/requests.log
         : >"$log"
         echo "What the cameras receive, while it happens: tail -f '$log'"
-        exec "${display[@]}" "$bin/virtual-camera" --cameras "$cameras" --log "$log" -- "$bin/ptz-panel"
+        exec "$bin/virtual-camera" --cameras "$cameras" --log "$log" -- "$bin/ptz-panel"
         ;;
 esac

@@ -80,7 +80,12 @@ void restartPreloaded(char **arguments)
 
 std::vector<std::string> preloadedEnvironment(const std::string &rootDirectory)
 {
-    // A path in LD_PRELOAD may have no blank and no colon; this one has none.
+    // A path in LD_PRELOAD may have no blank and no colon. The program's own may; this one is for
+    // the user to choose.
+    if (rootDirectory.find_first_of(" :") != std::string::npos)
+        throw std::runtime_error("the path of the folder for temporary files (TMPDIR) may have no "
+                                 "blank and no colon: "
+            + fs::path(rootDirectory).parent_path().string());
     const fs::path link = fs::path(rootDirectory) / openLibrary;
     fs::create_symlink(findOpenLibrary(), link);
     const std::string libraries =

@@ -166,6 +166,14 @@ class BadInput(Case):
         result = run("--", "true", env={**os.environ, "LD_LIBRARY_PATH": self.folder})
         self.expect_complaint(result, 1, "libumockdev0")
 
+    def test_says_when_its_folder_cannot_be_told_to_the_loader(self):
+        for name in "with blank", "with:colon":
+            folder = self.path(name)
+            os.mkdir(folder)
+            result = run("--", "true", env={**os.environ, "TMPDIR": folder})
+            self.expect_complaint(result, 1, folder)
+            self.assertEqual(os.listdir(folder), [])
+
     def test_says_when_nobody_listens(self):
         self.expect_complaint(run("--tell", self.path("nobody"), "list"), 1, "nobody")
 
