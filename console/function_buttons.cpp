@@ -31,13 +31,13 @@ struct MainWindow::Toggle
     Command commandWhenFalse;
 };
 
-void MainWindow::toggle(const Toggle &toggle)
+void MainWindow::toggle(const Toggle &which)
 {
-    const bool was = this->*toggle.state;
-    if (const auto face = was ? toggle.faceWhenTrue : toggle.faceWhenFalse)
-        (form->*toggle.button)->setStyleSheet(face());
-    this->*toggle.state = !was;
-    if (const Command command = was ? toggle.commandWhenTrue : toggle.commandWhenFalse)
+    const bool was = this->*which.state;
+    if (const auto face = was ? which.faceWhenTrue : which.faceWhenFalse)
+        (form->*which.button)->setStyleSheet(face());
+    this->*which.state = !was;
+    if (const Command command = was ? which.commandWhenTrue : which.commandWhenFalse)
         send(command);
 }
 

@@ -17,6 +17,7 @@
 MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), form(new Ui::MainWindow)
 {
     form->setupUi(this);
+    // The same again as InitValue, which nothing calls.
     timer = new QTimer(this);
     TopFlag = 1;
     Top2Flag = 1;
@@ -39,8 +40,8 @@ void MainWindow::InitConnect()
 {
     using namespace std::chrono_literals;
 
-    // A second device with a context of its own, never used and never freed. The start has always
-    // gone this way; what runs on the bus at start stays as the cameras know it.
+    // A second device with a context and a list of its own, never used and never freed. Why is not
+    // recorded; the cameras are listed twice at the start.
     static_cast<void>(BaseDevice::CreateDevice(DeviceType::USB));
 
     timer = new QTimer(this);

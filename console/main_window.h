@@ -80,7 +80,7 @@ public slots:
     // pan_tilt.cpp
     /// Sends the requests of one joystick direction (0 to 8, a 3 × 3 grid in reading order, 4 =
     /// stop) at the given camera speeds; anything else sends nothing.
-    void MoveEvent(BaseDevice *device, int place, int speedX, int speedY);
+    void MoveEvent(BaseDevice *camera, int direction, int panSpeed, int tiltSpeed);
     /// The joystick reports a direction.
     void MovePlace(int num);
     /// The joystick reports a pan speed level, 0 to 7.
@@ -186,7 +186,7 @@ private:
     void springBack(const Lens &lens);
 
     // function_buttons.cpp
-    void toggle(const Toggle &toggle);
+    void toggle(const Toggle &which);
     void send(bool (BaseDevice::*command)());
 
     // keypad.cpp

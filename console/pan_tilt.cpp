@@ -81,7 +81,7 @@ void MainWindow::keyReleaseEvent(QKeyEvent *event)
 }
 
 // One chain of stops, entered at a different link by each key. All of its pan and tilt stops are
-// the same request; their number is what the cameras have always been sent.
+// the same request: a camera that stands is only told so again.
 void MainWindow::releaseKey(int key)
 {
     switch (key) {

@@ -56,8 +56,9 @@ enum PropertyId : int {
 /// of a virtual destructor: devices live until the process ends. The slot's number stands at the
 /// end of each line.
 ///
-/// Speeds are camera units; only the low 8 bits reach the camera, so 256 arrives as 0. A camera
-/// that was started moves until it is stopped.
+/// Speeds are camera units, 1 to 255, higher is faster; the panel goes up to 21 in pan and 14 in
+/// tilt, and stays at 1 in zoom and focus. Only the low 8 bits reach the camera, so 256 arrives as
+/// 0. A camera that was started moves until it is stopped.
 class BaseDevice
 {
 public:
@@ -90,25 +91,28 @@ public:
     // ---- pan and tilt: relative pan/tilt control; each request carries its own axis and zero for
     // the other, so the second axis of a diagonal is a request of its own ----
 
-    /// Tilt +1 at `speed`. Always false: the camera's answer is discarded.
+    /// Tilt +1 (up) at `speed`. Always false: the camera's answer is discarded.
     virtual bool StartMoveUp(int speed) = 0; // 2
-    /// Pan 0, tilt 0, both speeds 0, as all four stops: each stops both axes.
+    /// Pan 0, tilt 0, both speeds 0: stops both axes, whichever was started.
     virtual bool StopMoveUp() = 0; // 3
-    /// Tilt -1 at `speed`.
+    /// Tilt -1 (down) at `speed`.
     virtual bool StartMoveDown(int speed) = 0; // 4
-    virtual bool StopMoveDown() = 0;           // 5
-    /// Pan -1 at `speed`.
+    /// The same request as StopMoveUp.
+    virtual bool StopMoveDown() = 0; // 5
+    /// Pan -1 (left) at `speed`.
     virtual bool StartMoveLeft(int speed) = 0; // 6
-    virtual bool StopMoveLeft() = 0;           // 7
-    /// Pan +1 at `speed`.
+    /// The same request as StopMoveUp.
+    virtual bool StopMoveLeft() = 0; // 7
+    /// Pan +1 (right) at `speed`.
     virtual bool StartMoveRight(int speed) = 0; // 8
-    virtual bool StopMoveRight() = 0;           // 9
+    /// The same request as StopMoveUp.
+    virtual bool StopMoveRight() = 0; // 9
 
     // ---- focus ----
 
-    /// Vendor command 7.
+    /// Vendor command 7: the focus stays until it is moved.
     virtual bool SetFocusManual() = 0; // 10
-    /// Vendor command 6.
+    /// Vendor command 6: the camera focuses by itself.
     virtual bool SetFocusAuto() = 0; // 11
     /// Sends nothing; false.
     virtual bool SetFocusPush() = 0; // 12
@@ -147,31 +151,31 @@ public:
     virtual bool OpenPower() = 0; // 24
     /// Sends nothing; false.
     virtual bool ClosePower() = 0; // 25
-    /// Vendor command 5. On is the odd code here, unlike every other switch.
+    /// Vendor command 5: microphone off. On is the odd code here, unlike every other switch.
     virtual bool OpenMute() = 0; // 26
-    /// Vendor command 4.
+    /// Vendor command 4: microphone on.
     virtual bool CloseMute() = 0; // 27
     /// Vendor command 2: picture upside down.
     virtual bool OpenFlip() = 0; // 28
-    /// Vendor command 3.
+    /// Vendor command 3: picture upright.
     virtual bool CloseFlip() = 0; // 29
     /// Vendor command 0: picture left to right.
     virtual bool OpenMirror() = 0; // 30
-    /// Vendor command 1.
+    /// Vendor command 1: picture as the camera sees it.
     virtual bool CloseMirror() = 0; // 31
     /// Vendor command 10: the camera's on-screen menu.
     virtual bool OpenMenu() = 0; // 32
-    /// Vendor command 11.
+    /// Vendor command 11: the menu goes.
     virtual bool CloseMenu() = 0; // 33
     /// Vendor command 8: the camera goes to its home position.
     virtual bool HomePosition() = 0; // 34
     /// Vendor command 18: the picture stands still.
     virtual bool OpenFreeze() = 0; // 35
-    /// Vendor command 19.
+    /// Vendor command 19: the picture moves again.
     virtual bool CloseFreeze() = 0; // 36
     /// Vendor command 16: automatic framing.
     virtual bool OpenAI() = 0; // 37
-    /// Vendor command 17.
+    /// Vendor command 17: no automatic framing.
     virtual bool CloseAI() = 0; // 38
 
     /// Sends the default of brightness, saturation and sharpness, in this order, from `props`.
@@ -199,39 +203,45 @@ public:
     // ---- image properties: processing unit controls, in the camera's own units. Getters ask for
     // GET_CUR; setters send one SET_CUR with the low bits of the value that the control takes ----
 
-    /// -32768 to 32767. The result decides whether the next OpenDevice may open, as it does for
-    /// backlight compensation, gamma and contrast.
+    /// Brightness, -32768 to 32767. The result decides whether the next OpenDevice may open, as it
+    /// does for backlight compensation, gamma and contrast.
     virtual bool GetBrightness(long *out) = 0; // 47
-    /// Signed 16 bits.
+    /// Brightness, low 16 bits, signed.
     virtual bool SetBrightness(int value) = 0; // 48
-    /// Backlight compensation, 0 to 65535.
+    /// Backlight compensation, 0 to 65535; 0 is off.
     virtual bool GetBLC(long *out) = 0; // 49
+    /// Backlight compensation, low 16 bits.
     virtual bool SetBLC(int value) = 0; // 50
-    /// 0 to 65535.
+    /// Gamma, 0 to 65535; 100 is a gamma of 1.
     virtual bool GetGamma(long *out) = 0; // 51
+    /// Gamma, low 16 bits.
     virtual bool SetGamma(int value) = 0; // 52
-    /// 0 to 65535.
+    /// Contrast, 0 to 65535.
     virtual bool GetContrast(long *out) = 0; // 53
+    /// Contrast, low 16 bits.
     virtual bool SetContrast(int value) = 0; // 54
-    /// 0 to 65535.
+    /// Saturation, 0 to 65535; 0 is grey.
     virtual bool GetSaturation(long *out) = 0; // 55
+    /// Saturation, low 16 bits.
     virtual bool SetSaturation(int value) = 0; // 56
-    /// 0 to 65535.
+    /// Sharpness, 0 to 65535.
     virtual bool GetSharpness(long *out) = 0; // 57
+    /// Sharpness, low 16 bits.
     virtual bool SetSharpness(int value) = 0; // 58
-    /// Colour temperature, 0 to 65535, on most cameras in kelvin.
+    /// White balance as a colour temperature in kelvin, 0 to 65535.
     virtual bool GetWhiteBalance(long *out) = 0; // 59
+    /// White balance temperature, low 16 bits. A camera on automatic refuses it.
     virtual bool SetWhiteBalance(int value) = 0; // 60
-    /// 1 automatic, 0 manual; low 8 bits.
+    /// White balance: 1 automatic, 0 manual; low 8 bits.
     virtual bool SetWhiteBalanceAuto(int value) = 0; // 61
-    /// Reads the gain control, 0 to 65535.
+    /// Gain, 0 to 65535.
     virtual bool GetGain(long *out) = 0; // 62
     /// Writes the roll control, not the gain control: what arrives is a vendor command, the value
     /// narrowed to signed 16 bits.
     virtual bool SetGain(int value) = 0; // 63
     /// Power line frequency: 0 off, 1 50 Hz, 2 60 Hz.
     virtual bool GetFlicker(long *out) = 0; // 64
-    /// Low 8 bits.
+    /// Power line frequency, low 8 bits.
     virtual bool SetFlicker(int value) = 0; // 65
     /// Fills eight records of `props` with 32 reads: value, minimum, maximum and default of each.
     /// A range that cannot be read takes the value of the read before it. Always true.

@@ -45,8 +45,7 @@ bool USBDevice::moveZoom(int sign, int speed)
 bool USBDevice::StartMoveUp(int speed)
 {
     movePanTilt(0, 0, +1, speed);
-    // Callers must not take the result of this direction for an answer of the camera.
-    return false;
+    return false; // whatever the camera answered; why is not recorded, and nobody asks
 }
 
 bool USBDevice::StartMoveDown(int speed) { return movePanTilt(0, 0, -1, speed); }
@@ -67,7 +66,7 @@ bool USBDevice::StartZoomWide(int speed) { return moveZoom(-1, speed); }
 
 bool USBDevice::StopZoom()
 {
-    // The cameras expect a speed here too, although nothing moves.
+    // A speed goes with the stop, although nothing moves. Why 5 is not recorded.
     return moveZoom(0, 5);
 }
 

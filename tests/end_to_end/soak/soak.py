@@ -37,7 +37,7 @@ def rest(operator, panel, motions):
     """Waits until everything is done, and fails if something still moves."""
     operator.settle()
     try:
-        # A step of the mouse wheel is let go a fifth of a second later.
+        # The last request may be on its way.
         wait_for(lambda: not motions.follow(panel.log.lines()), "every motion to stop", 10)
     except AssertionError:
         raise Failure(f"still moving: {motions.follow(panel.log.lines())}") from None
