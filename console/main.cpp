@@ -3,6 +3,7 @@
 
 #include <QApplication>
 
+#include "console/accessible_choices.h"
 #include "console/accessible_sliders.h"
 #include "console/desktop_fit.h"
 #include "console/hold_guard.h"
@@ -18,6 +19,7 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     accessible_sliders::install();
     MainWindow window;
+    accessible_choices::label(window);
     desktop_fit::fitSliders(window);
     const desktop_fit::HoldGuard guard(window);
     window.show();

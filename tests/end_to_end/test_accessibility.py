@@ -53,11 +53,12 @@ reached = set()
 def reach(window, form, name):
     """The control of that object name, found by what a blind user is told of it."""
     control = FORMS[form][name]
-    # On Linux the toolkit gives a combo box the name of its current choice.
-    if control.role == "combo box":
-        return window.find(control.role, description=control.description)
     assert control.name and control.description, f"{name} is called nothing"
-    found = window.find(control.role, control.name)
+    # On Linux a combo box is named after its current choice, and has a label for what is chosen.
+    if control.role == "combo box":
+        found = window.find(control.role, label=control.name)
+    else:
+        found = window.find(control.role, control.name)
     assert found.description == control.description
     return found
 

@@ -93,6 +93,14 @@ class Control:
     def description(self):
         return self._accessible.get_description()
 
+    @property
+    def labels(self):
+        """The names of the labels that say what the control is about."""
+        return [relation.get_target(i).get_name()
+                for relation in self._accessible.get_relation_set()
+                if relation.get_relation_type() == Atspi.RelationType.LABELLED_BY
+                for i in range(relation.get_n_targets())]
+
     def is_shown(self):
         return self._has(Atspi.StateType.SHOWING)
 
@@ -105,11 +113,11 @@ class Control:
             yield Control(child)
             yield from Control(child).everything()
 
-    def find(self, role, name=None, description=None):
-        """The one control of that role and name, or role and description, that is in this one."""
-        wanted = f"{role} {name or description!r}"
+    def find(self, role, name=None, label=None):
+        """The one control of that role and name, or role and label, that is in this one."""
+        wanted = f"{role} {name or label!r}"
         found = [control for control in self.everything() if control.role == role
-                 and (control.name == name if name else control.description == description)]
+                 and (control.name == name if name else label in control.labels)]
         assert len(found) == 1, f"{len(found)} times on the accessibility bus: {wanted}"
         return found[0]
 
