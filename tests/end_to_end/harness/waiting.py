@@ -3,9 +3,10 @@
 
 """Waiting for something to become true."""
 
+import os
 import time
 
-DEADLINE = 30.0
+DEADLINE = float(os.environ.get("PTZ_DEADLINE", "30"))
 """Seconds after which something that should have happened counts as not happening. Generous: the
 machine may be busy, and a test that passes never waits that long."""
 
