@@ -169,8 +169,10 @@ class Drill:
     def memory(self):
         folder = f"/proc/{self.panel.process_id}"
         with open(f"{folder}/smaps_rollup", encoding="ascii") as sums:
-            sizes = {line.split(":")[0]: line.split()[1] for line in sums if line.startswith("Priv")}
-        return Memory(sum(map(int, sizes.values())), len(os.listdir(f"{folder}/fd")),
+            # A library's file that is in memory counts as private, all at once, when the last other
+            # program that uses it ends. So only what is in no file counts.
+            size = next(int(line.split()[1]) for line in sums if line.startswith("Anonymous:"))
+        return Memory(size, len(os.listdir(f"{folder}/fd")),
                       len(os.listdir(f"{folder}/task")))
 
 
