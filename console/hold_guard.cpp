@@ -114,6 +114,12 @@ bool HoldGuard::eventFilter(QObject *watched, QEvent *event)
         if (watched == &window)
             releaseAll();
         break;
+    case QEvent::Expose:
+        // Another desktop is shown. The window is as visible as before to the toolkit, but the mouse
+        // is no longer held by it.
+        if (watched == window.windowHandle() && !window.windowHandle()->isExposed())
+            releaseAll();
+        break;
     default:
         break;
     }

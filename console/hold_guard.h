@@ -24,8 +24,8 @@ namespace desktop_fit {
 /// - When the window loses the keyboard or is hidden while a key is held, the release goes to
 ///   nobody: the window gets it from here, and the camera stops. So it does when the release goes
 ///   to another window of the panel, such as the list of a combo box.
-/// - When the window is hidden while a mouse button is held on the joystick or a slider, that
-///   release is lost too, and is handed over likewise.
+/// - When the window is hidden, by another desktop too, while a mouse button is held on the
+///   joystick or a slider, that release is lost too, and is handed over likewise.
 /// - A key that changes its meaning while it is held, by a switch of the keyboard layout, is let
 ///   go under the name under which it was pressed.
 /// - When another camera is chosen while something is held, it is let go first: the release that

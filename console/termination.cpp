@@ -24,8 +24,12 @@ namespace {
 // From the signal handler, which may do almost nothing, to the event loop.
 std::array<int, 2> wake = { -1, -1 };
 
-// A camera that takes a second for each request has been stopped by then.
-constexpr unsigned graceSeconds = 3;
+// Time for the requests of the control that is at work, and once more for letting everything go.
+// Neither comes to ten, and with a camera that takes a second for each all of them get through.
+constexpr unsigned graceSeconds = 10;
+
+// The first signal counts: further ones do not give a camera that never answers more time.
+volatile std::sig_atomic_t graceBegun = 0;
 
 bool openPipe()
 {
@@ -47,7 +51,9 @@ void writeSignal(int number)
     static_cast<void>(!write(wake[1], &byte, 1));
     // A camera that never answers keeps the event loop from seeing this. Then the process ends
     // all the same.
-    alarm(graceSeconds);
+    if (graceBegun == 0)
+        alarm(graceSeconds);
+    graceBegun = 1;
     errno = error;
 }
 
@@ -78,6 +84,7 @@ void onSignal(QObject *context, std::function<void()> last)
         char number = 0;
         if (read(wake[0], &number, 1) != 1)
             return;
+        alarm(graceSeconds);
         last();
         endBy(number);
     });

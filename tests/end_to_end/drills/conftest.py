@@ -59,6 +59,6 @@ def pytest_runtest_makereport(item, call):
         row = item.callspec.params["row"]
         with open(path, "a", encoding="utf-8") as file:
             json.dump({"file": path.stem, "fault": row.fault, "moment": row.moment,
-                       "outcome": row.outcome,
+                       "outcome": row.outcome, "seed": SEED,
                        "passed": report.outcome == "passed"}, file)
             file.write("\n")

@@ -6,7 +6,10 @@
 import contextlib
 import itertools
 
-from harness import face
+from drill import lens_rest
+
+
+DIRECTIONS = [(right, down) for right in (-1, 0, 1) for down in (-1, 0, 1) if right or down]
 
 
 @contextlib.contextmanager
@@ -17,8 +20,12 @@ def idle(drill):
 def key(name):
     @contextlib.contextmanager
     def hold(drill):
+        start = len(drill.panel.log.lines())
+        repeats = drill.random.randrange(4)
         with drill.desktop.keyboard.held(name):
             drill.moves()
+            drill.wait(lambda: len(drill.panel.log.settings(start)) > repeats,
+                       f"{repeats} repetitions")
             yield
     return hold
 
@@ -28,11 +35,12 @@ def joystick(drill):
     x, y = drill.panel.middle_of("joystick")
     with drill.desktop.mouse.held(x, y):
         steps = itertools.cycle((48, 50))
+        right, down = drill.random.choice(DIRECTIONS)
 
         # Only every second movement is painted, and what is painted counts.
         def push():
             step = next(steps)
-            drill.desktop.mouse.move_to(x + step, y - step)
+            drill.desktop.mouse.move_to(x + right * step, y + down * step)
             return any(drill.velocities(1).values())
         drill.wait(push, "the camera to follow the joystick")
         yield
@@ -50,10 +58,12 @@ def _lens(control):
     def hold(drill):
         if control == "slider_focus":
             drill.panel.click("btn_af")
-        x, y = lens_handle(drill.panel, control)
+        x, y = drill.panel.on_screen(*lens_rest(control))
         with drill.desktop.mouse.held(x, y):
+            # The zoom is at its wide end.
+            upwards = control == "slider_zoom" or drill.random.choice((True, False))
             for step in (10, 20, 30):
-                drill.desktop.mouse.move_to(x, y - step)
+                drill.desktop.mouse.move_to(x, y - step if upwards else y + step)
             drill.moves()
             yield
         if control == "slider_focus" and drill.panel.is_running() and drill.panel.is_visible():
@@ -67,24 +77,18 @@ focus_slider = _lens("slider_focus")
 
 @contextlib.contextmanager
 def settings_slider(drill):
-    """Brightness, from the middle of its range to the right."""
+    """Brightness, from the middle of its range."""
     drill.panel.click("btn_setting")
     x, y = drill.panel.middle_of("slider_brightness")
     start = len(drill.panel.log.settings())
     with drill.desktop.mouse.held(x, y):
-        drill.desktop.mouse.move_to(x + 20, y)
+        drill.desktop.mouse.move_to(x + drill.random.choice((-20, 20)), y)
         drill.wait(lambda: any("brightness" in request
                                for request in drill.panel.log.settings()[start:]),
                    "the camera to get a brightness")
         yield
     if drill.panel.is_running() and drill.panel.is_visible():
         drill.panel.click("btn_ok")
-
-
-def lens_handle(panel, control):
-    """Where the handle of a lens slider stands at rest."""
-    rectangle = face.CONTROLS[control]
-    return panel.on_screen(rectangle.x + rectangle.width // 2, rectangle.y + 65)
 
 
 MOTIONS = [

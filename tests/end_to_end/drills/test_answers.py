@@ -3,7 +3,7 @@
 
 """Cameras that refuse requests, or answer with too few bytes or none."""
 
-from drill import Row, drill_rows, use_every_control
+from drill import Row, drill_rows, lens_rest, use_every_control
 from harness.requests import PROPERTY_CONTROLS
 from holds import MOTIONS
 from image import ask_for_default, grab, shows_same, stale_value
@@ -11,11 +11,10 @@ from image import ask_for_default, grab, shows_same, stale_value
 UNREAD = ("lives; 0 is shown and the range shrinks to the last answer; is driven when the camera is "
           "well again")
 LOST = "lives; every control is harmless until the next start"
-CONTROLS = [
-    "pantilt_absolute", "pantilt_relative", "zoom_absolute", "zoom_relative", "focus_absolute",
-    "focus_relative", "focus_auto", "roll_absolute", "white_balance_temperature_auto", "gain",
-    "power_line_frequency",
-]
+MOVES_ON = ("lives; no stop is taken, so it moves on until it is told again and well; is driven when "
+            "the camera is well again")
+CONTROLS = ["pantilt_relative", "zoom_relative", "focus_relative", "roll_absolute",
+            "white_balance_temperature_auto", "power_line_frequency"]
 
 
 def use_and_recover(drill, heal):
@@ -27,9 +26,11 @@ def use_and_recover(drill, heal):
     drill.drives()
 
 
-def one_control(heal):
+def one_control(control, result, heal):
     def run(drill):
         use_and_recover(drill.ready(), heal)
+        assert any(line.control == control and line.result == result
+                   for line in drill.panel.log.lines()), "the fault struck"
     return run
 
 
@@ -69,7 +70,9 @@ def everything_at_work(hold):
         drill.panel.received()
         # The camera refused its stops.
         drill.desktop.keyboard.tap("Right")
-        drill.desktop.mouse.click(*drill.panel.middle_of("slider_zoom"))
+        for slider in ("slider_focus", "slider_zoom"):
+            drill.panel.click("btn_af")
+            drill.desktop.mouse.click(*drill.panel.on_screen(*lens_rest(slider)))
         drill.panel.received()
         drill.drives()
     return run
@@ -87,18 +90,18 @@ READABLE = {name: control for name, control in PROPERTY_CONTROLS.items() if name
 
 ROWS = [
     *[Row(f"stall of {control}", "from the start", "lives; is driven when the camera is well again",
-          one_control("unstall 1"), stalled(control)) for control in CONTROLS],
+          one_control(control, "stall", "unstall 1"), stalled(control)) for control in CONTROLS],
     *[Row(f"stall of {control}", "from the start", UNREAD, one_property(name, "unstall 1"),
           stalled(control)) for name, control in READABLE.items()],
     *[Row(f"stall of {control}", "from the start", LOST, unreadable("unstall 1"), stalled(control))
       for control in ("brightness", "all")],
-    *[Row("stall of all", moment, "lives; is driven when the camera is well again",
-          everything_at_work(hold)) for moment, hold in MOTIONS[:4]],
+    *[Row("stall of all", moment, MOVES_ON, everything_at_work(hold)) for moment, hold in MOTIONS],
     *[Row(f"{count or 'no'} byte{'s' * (not count)} of {control}", "from the start", UNREAD,
           one_property(name, "full 1"), cut(control, count))
       for count in (0, 1) for name, control in PROPERTY_CONTROLS.items()],
     Row("no bytes of power_line_frequency", "from the start",
-        "lives; is driven when the camera is well again", one_control("full 1"),
+        "lives; is driven when the camera is well again",
+        one_control("power_line_frequency", "short", "full 1"),
         cut("power_line_frequency", 0)),
 ]
 

@@ -46,6 +46,7 @@ def while_the_camera_hangs(drill):
     drill.tell(HANGS)
     drill.desktop.keyboard.tap("Right")
     drill.hangs()
+    drill.patience += 10
     drill.panel.signal(signal.SIGTERM)
     drill.ends_with(128 + signal.SIGALRM)
 

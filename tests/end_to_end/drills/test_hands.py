@@ -21,6 +21,10 @@ def minimised(drill):
     drill.desktop.windows.minimise(drill.panel.window)
 
 
+def another_desktop(drill):
+    drill.desktop.windows.show_desktop(1)
+
+
 def to_the_tray(drill):
     drill.panel.click("btn_min")
 
@@ -40,6 +44,8 @@ def stops_while_held(hold, loss):
         with hold(drill), drill.desktop.keyboard.without_repeat():
             loss(drill)
             drill.at_rest()
+        if loss is another_desktop:
+            drill.desktop.windows.show_desktop(0)
         for notice in drill.panel.notices():
             drill.desktop.windows.close(notice)
         drill.wait(lambda: not drill.panel.notices(), "the notices to go")
@@ -136,6 +142,8 @@ ROWS = [
           stops_while_held(hold, minimised))
       for moment, hold in [*MOTIONS, ("the joystick held by the second press of a double click",
                                       joystick_by_a_double_click)]],
+    *[Row("another desktop is shown", moment, STOPS, stops_while_held(hold, another_desktop))
+      for moment, hold in MOTIONS],
     *[Row("the panel goes to the tray", moment, STOPS, stops_while_held(hold, to_the_tray))
       for moment, hold in KEYS],
     *[Row("another camera is chosen", moment, STOPS, stops_while_held(hold, another_camera),

@@ -26,6 +26,7 @@ def while_the_start_reads(which):
     def run(drill):
         unplug_after(drill, which * READS + drill.random.randrange(1, READS))
         drill.up().receives_nothing_from_controls()
+        assert not drill.panel.notices(), "it was found before"
     return run
 
 
@@ -45,6 +46,7 @@ def while_its_name_is_read(drill):
                "the camera's name to be read")
     drill.tell("unplug 1")
     drill.up().receives_nothing_from_controls()
+    assert not drill.panel.notices(), "it was found before"
 
 
 def between_list_and_poll(commands, afterwards):

@@ -4,7 +4,9 @@
 """The cable: pulled out and put back, whatever the operator is doing."""
 
 from drill import Row, drill_rows
-from holds import MOMENTS
+from holds import MOMENTS, MOTIONS, idle
+
+BACK = "lives; is driven again after a new start only; the other camera is driven at once"
 
 
 def pulled(hold):
@@ -30,15 +32,18 @@ def pulled_and_chosen_again(hold):
     return run
 
 
-def put_back(address):
+def put_back(address, hold, chosen):
     """Devices are those that were there at the start: the camera is not found again until then.
     The panel must live with it, and the other camera must be there."""
     def run(drill):
         drill.ready()
-        drill.tell("unplug 1")
-        drill.panel.click("btn_cam1")
-        drill.answers()
-        drill.tell(f"replug 1 {address}".strip())
+        with hold(drill):
+            drill.tell("unplug 1")
+            if chosen:
+                drill.panel.click("btn_cam1")
+            drill.answers()
+            drill.tell(f"replug 1 {address}".strip())
+        drill.receives_nothing_from_controls()
         drill.panel.click("btn_cam1")
         drill.receives_nothing_from_controls()
         drill.panel.click("btn_cam2")
@@ -51,8 +56,11 @@ ROWS = [
       for moment, hold in MOMENTS],
     *[Row("unplugged and chosen again", moment, "lives; the other camera is driven",
           pulled_and_chosen_again(hold), {"devices": 2}) for moment, hold in MOMENTS],
-    Row("put back at the same address and chosen again", "idle", "?", put_back(""), {"devices": 2}),
-    Row("put back at another address and chosen again", "idle", "?", put_back("77"), {"devices": 2}),
+    *[Row(f"put back at {place} address", moment, BACK, put_back(address, hold, chosen),
+          {"devices": 2})
+      for place, address in (("the same", ""), ("another", "77"))
+      for moment, hold, chosen in (("idle", idle, False), ("idle, chosen meanwhile", idle, True),
+                                   ("an arrow key held", MOTIONS[0][1], False))],
 ]
 
 

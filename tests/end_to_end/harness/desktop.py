@@ -29,7 +29,7 @@ JWM = "jwm"
 _OPENBOX_SETTINGS = """<?xml version="1.0" encoding="UTF-8"?>
 <openbox_config xmlns="http://openbox.org/3.4/rc">
   <focus><focusNew>yes</focusNew><followMouse>no</followMouse></focus>
-  <desktops><number>1</number><popupTime>0</popupTime></desktops>
+  <desktops><number>2</number><popupTime>0</popupTime></desktops>
   <mouse/>
 </openbox_config>
 """

@@ -139,6 +139,12 @@ class Windows:
                 return True
         return False
 
+    def show_desktop(self, number):
+        """Has the window manager show its desktop of that number, from 0."""
+        self._ask(self._root, "_NET_CURRENT_DESKTOP", [number, X.CurrentTime, 0, 0, 0])
+        wait_for(lambda: list(self.root_property("_NET_CURRENT_DESKTOP")) == [number],
+                 "the other desktop")
+
     def minimise(self, window):
         """Has the window manager turn the window into an icon."""
         self._ask(window, "WM_CHANGE_STATE", [Xutil.IconicState, 0, 0, 0, 0])
