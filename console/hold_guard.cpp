@@ -115,8 +115,8 @@ bool HoldGuard::eventFilter(QObject *watched, QEvent *event)
             releaseAll();
         break;
     case QEvent::Expose:
-        // Another desktop is shown. The window is as visible as before to the toolkit, but the mouse
-        // is no longer held by it.
+        // Another desktop is shown. The window is as visible as before to the toolkit, but the
+        // mouse is no longer held by it.
         if (watched == window.windowHandle() && !window.windowHandle()->isExposed())
             releaseAll();
         break;
