@@ -33,7 +33,7 @@ class Operator:
             self.toggle_settings: 2, self.change_flicker: 1, self.restore_defaults: 1,
             self.choose_camera: 5, self.choose_camera_with_a_key_held: 2, self.drag_window: 2,
             self.choose_missing_camera: 0.1, self.minimise: 0.3, self.pull_or_plug_cable: 1,
-            self.slow_camera_down: 0.5,
+            self.pull_cable_while_driving: 0.5, self.slow_camera_down: 0.5,
         }
 
     def choose(self):
@@ -148,6 +148,16 @@ class Operator:
         self.settle()
         self.panel.cameras.tell(f"{'unplug' if self._plugged else 'replug'} {CAMERAS}")
         self._plugged = not self._plugged
+
+    def pull_cable_while_driving(self):
+        """The last camera goes while a key is held. From then on it cannot be opened any more."""
+        if not self._plugged:
+            self.pull_or_plug_cable()
+        self.choose_camera(CAMERAS)
+        self.settle()
+        with self.keyboard.held(self.random.choice(ARROWS_AND_LENS)):
+            self.panel.cameras.tell(f"unplug {CAMERAS}")
+        self._plugged = False
 
     def slow_camera_down(self):
         camera = self.random.randint(1, CAMERAS - 1)
