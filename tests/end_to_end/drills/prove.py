@@ -1,3 +1,4 @@
+#!/usr/bin/python3
 # Copyright (c) 2026 The PTZ panel developers
 # SPDX-License-Identifier: MIT
 

@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 # Copyright (c) 2026 The PTZ panel developers
 # SPDX-License-Identifier: MIT
 
