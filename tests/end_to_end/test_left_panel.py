@@ -105,7 +105,7 @@ def test_a_joystick_held_near_its_middle_only_stops_the_camera(start, place):
     panel = start().opened()
     joystick = face.CONTROLS["joystick"]
     with panel.desktop.mouse.held(*panel.on_screen(joystick.x + place[0], joystick.y + place[1])):
-        time.sleep(0.3)
+        panel.await_requests([halt()] * 4)
     assert panel.received() == [halt()] * 4
 
 
