@@ -133,7 +133,7 @@ void HoldGuard::notePress(const QKeyEvent &event)
     const quint32 place = placeOf(event);
     if (heldKeys.contains(place))
         return;
-    heldKeys.insert(place, event.key());
+    heldKeys.insert(place, { event.key(), event.timestamp() });
 }
 
 // A press that a widget does not take goes on to its parent: the last one holds the mouse. A second
@@ -161,7 +161,7 @@ void HoldGuard::noteRelease(const QKeyEvent &event, bool reachesWindow)
     const auto held = heldKeys.find(placeOf(event));
     if (held == heldKeys.end())
         return;
-    const int pressedAs = held.value();
+    const int pressedAs = held->name;
     heldKeys.erase(held);
     if (!reachesWindow || pressedAs != event.key())
         sendRelease(pressedAs);
@@ -173,7 +173,11 @@ bool HoldGuard::isOverdue(const QKeyEvent &press) const
     constexpr qint32 patience = 100;
     // The toolkit does not mark repeats that come without releases. Synthesised events tell no
     // time.
-    if (!heldKeys.contains(placeOf(press)) || press.timestamp() == 0)
+    if (press.timestamp() == 0)
+        return false;
+    // A press that the widget with the keyboard leaves to its parents comes by here again.
+    const auto held = heldKeys.find(placeOf(press));
+    if (held == heldKeys.end() || held->pressedAt == press.timestamp())
         return false;
     const auto ahead =
         static_cast<quint32>(clock.elapsed()) - static_cast<quint32>(press.timestamp());
@@ -188,10 +192,10 @@ void HoldGuard::sendRelease(int key)
 
 void HoldGuard::releaseKeys()
 {
-    const QHash<quint32, int> held = heldKeys;
+    const QHash<quint32, HeldKey> held = heldKeys;
     heldKeys.clear();
-    for (const int key : held)
-        sendRelease(key);
+    for (const HeldKey &key : held)
+        sendRelease(key.name);
 }
 
 void HoldGuard::releaseButton()

@@ -55,6 +55,12 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    struct HeldKey
+    {
+        int name;            ///< Qt::Key, under which it was pressed
+        ulong pressedAt = 0; ///< by the clock that dates the events
+    };
+
     void noteTime(quint32 eventTime);
     void notePress(const QKeyEvent &event);
     void noteButton(QWidget *widget, const QMouseEvent &press);
@@ -66,7 +72,7 @@ private:
 
     QWidget &window;
     bool releasesAreReal = false;      ///< also those that the toolkit takes for repeats
-    QHash<quint32, int> heldKeys;      ///< by the key's place on the keyboard
+    QHash<quint32, HeldKey> heldKeys;  ///< by the key's place on the keyboard
     QElapsedTimer clock;               ///< our own
     std::optional<quint32> leastAhead; ///< of the clock that dates the events, in milliseconds
     QPointer<QWidget> pressedWidget;   ///< holds the mouse

@@ -174,6 +174,21 @@ TEST_F(Hold, RepeatBehindAPressThatCameLateIsDroppedToo)
     EXPECT_EQ(sent(), Requests());
 }
 
+TEST_F(Hold, PressThatCameLateReachesTheWindowByWayOfAButtonToo)
+{
+    QElapsedTimer sinceStart;
+    sinceStart.start();
+    pressAt(Qt::Key_F, 1000); // tells how the clocks stand
+    release(Qt::Key_F);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return sinceStart.elapsed() > 300; }));
+    forgetSent();
+    form().btn_home->setFocus(Qt::TabFocusReason);
+    QKeyEvent event(QEvent::KeyPress, Qt::Key_T, Qt::NoModifier);
+    event.setTimestamp(1010);
+    QCoreApplication::sendEvent(form().btn_home, &event);
+    EXPECT_EQ(sent(), Requests{ tele });
+}
+
 TEST_F(Hold, ClockOfTheEventsMayStartAnew)
 {
     pressAt(Qt::Key_Left, 0xfffffff0UL);

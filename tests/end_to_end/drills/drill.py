@@ -145,9 +145,13 @@ class Drill:
                   f"a request to be under way at camera {camera}")
 
     def at_rest(self, camera=1):
-        """Nothing moves at the camera any more."""
-        self.wait(lambda: not any(self.velocities(camera).values()),
-                  f"camera {camera} to stand still")
+        """The camera was told to stop, and nothing moves at it any more. That it stands still is not
+        enough: a camera that was forgotten does so in the end, at the end of its way."""
+        self.wait(lambda: not self._moving(camera) and not any(self.velocities(camera).values()),
+                  lambda: f"camera {camera} to be stopped; moving: {self._moving(camera)}")
+
+    def _moving(self, camera):
+        return moving_axes([line for line in self.panel.log.lines() if line.camera == camera])
 
     def moves(self, camera=1):
         self.wait(lambda: any(self.velocities(camera).values()), f"camera {camera} to move")
@@ -177,9 +181,8 @@ class Drill:
             assert self.panel.is_running(), \
                 f"the panel ended ({self.panel.ended()}): {self.panel.output()}"
             self.holds_no_more()
-        lines = self.panel.log.lines()
         for camera in range(1, self.devices + 1):
-            assert moving_axes([line for line in lines if line.camera == camera]) == []
+            assert self._moving(camera) == []
 
     # Figures.
 
