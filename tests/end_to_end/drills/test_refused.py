@@ -56,7 +56,8 @@ def chosen_while_held(refuse, hold):
         with hold(drill), drill.desktop.keyboard.without_repeat():
             drill.panel.click("btn_cam2")
             drill.at_rest(1)
-        drill.at_rest(1)
+        # The stop of the lens comes last.
+        drill.answers()
         drill.receives_nothing_from_controls()
         drill.panel.click("btn_cam1")
         drill.drives()
