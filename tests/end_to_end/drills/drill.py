@@ -202,9 +202,14 @@ _DIRECTION_BYTES = {"pantilt_relative": (0, 2), "zoom_relative": (0,), "focus_re
 def moving_axes(lines):
     """The controls that were last told to move. A camera that is unplugged stops by itself."""
     moving = set()
+    plugged = True
     for line in lines:
-        if line.what == "UNPLUG":
+        if line.what in ("UNPLUG", "REPLUG"):
+            plugged = line.what == "REPLUG"
             moving.clear()
+        # What was on its way when the cable was pulled may be noted after that.
+        if not plugged:
+            continue
         if line.what != "SET_CUR" or line.result != "ok" or line.control not in _DIRECTION_BYTES:
             continue
         data = bytes.fromhex(line.data)

@@ -71,6 +71,7 @@ class Motions:
 
     def __init__(self):
         self.started = 0
+        self._unplugged = set()
         self._moving = set()
         self._read = 0
 
@@ -84,8 +85,14 @@ class Motions:
     def _note(self, line):
         if line.what == "UNPLUG":
             # Without power nothing moves.
+            self._unplugged.add(line.camera)
             self._moving = {axis for axis in self._moving if axis[0] != line.camera}
+        if line.what == "REPLUG":
+            self._unplugged.discard(line.camera)
         if line.what != "SET_CUR" or line.result != "ok" or line.control not in _DIRECTIONS:
+            return
+        # What was on its way when the cable was pulled may be noted after that.
+        if line.camera in self._unplugged:
             return
         axis = (line.camera, line.control)
         data = bytes.fromhex(line.data)

@@ -60,6 +60,7 @@ def operate(panel, seed, seconds):
             rest(operator, panel, motions)
         except AssertionError as reason:
             if folder := os.environ.get("PTZ_SCREENSHOTS"):
+                Path(folder).mkdir(parents=True, exist_ok=True)
                 panel.desktop.screenshot().save(Path(folder) / f"soak-{seed}.png")
             raise Failure(f"{reason}, after {[step.__name__ for step in latest]}") from reason
         samples.append(measure(panel.process_id, done.total(), operator.kept.values()))
