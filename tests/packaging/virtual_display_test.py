@@ -22,10 +22,14 @@ while :; do sleep 0.1; done
 """
 
 
+BEFORE = set(os.listdir("/proc"))
+
+
 def processes_on(display):
-    """Names of the processes that show on this display or serve it."""
+    """Names of the processes that show on this display or serve it. One of an earlier display that
+    had the same number may still be there."""
     found = []
-    for entry in os.listdir("/proc"):
+    for entry in set(os.listdir("/proc")) - BEFORE:
         if entry.isdigit():
             try:
                 with open(f"/proc/{entry}/environ", "rb") as file:
