@@ -61,6 +61,13 @@ def about(name):
     return " ".join(text.split())
 
 
+def failures(rows):
+    """How many of the rows failed."""
+    if not rows:
+        return "not tried yet"
+    return f"{sum(not row['passed'] for row in rows.values())} of {len(rows)}"
+
+
 def page(folder):
     whole, again = read(folder / "whole"), read(folder / "again")
     for key, row in whole.items():
@@ -82,9 +89,7 @@ def page(folder):
     for title, variants in (("Protections taken out", PROTECTIONS), ("Defects put in", DEFECTS)):
         yield f"## {title}\n"
         yield table(["variant", "what it is", "rows that fail"], [
-            [variant.name, variant.meaning,
-             str(sum(not row["passed"] for row in tried[variant.name].values()))
-             + f" of {len(tried[variant.name])}"]
+            [variant.name, variant.meaning, failures(tried[variant.name])]
             for variant in variants])
 
 

@@ -51,6 +51,8 @@ class Panel:
             options += ["--at-start", fault]
         for description in descriptions:
             options += ["--option", description]
+        # The window of a panel that has just ended may still be there.
+        self._earlier = {window.id for window in self._windows.visible("MainWindow")}
         self._process = processes.start(
             [binary("virtual-camera"), *options, "--", *through, binary("ptz-panel")],
             dict(desktop.environment, **(environment or {})), log=self._folder / "output")
@@ -250,5 +252,6 @@ class Panel:
         def found():
             if not self.is_running():
                 raise AssertionError(f"the panel ended: {self.output()}")
-            return self._windows.visible(title)
+            return [window for window in self._windows.visible(title)
+                    if window.id not in self._earlier]
         return wait_for(found, f"the window {title}")[0]
