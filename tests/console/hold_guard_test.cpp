@@ -59,6 +59,17 @@ protected:
         event.setTimestamp(time);
         QCoreApplication::sendEvent(window.get(), &event);
     }
+    /// An event of the time 1000 tells how the clocks stand; then nothing comes for so long that
+    /// what has a time soon after it is late.
+    void letTimePass()
+    {
+        QElapsedTimer sinceStart;
+        sinceStart.start();
+        pressAt(Qt::Key_F, 1000);
+        release(Qt::Key_F);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return sinceStart.elapsed() > 300; }));
+        forgetSent();
+    }
     void loseKeyboard()
     {
         QEvent event(QEvent::WindowDeactivate);
@@ -162,12 +173,7 @@ TEST_F(Hold, RepeatThatComesLateIsDropped)
 
 TEST_F(Hold, RepeatBehindAPressThatCameLateIsDroppedToo)
 {
-    QElapsedTimer sinceStart;
-    sinceStart.start();
-    pressAt(Qt::Key_F, 1000); // tells how the clocks stand
-    release(Qt::Key_F);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return sinceStart.elapsed() > 300; }));
-    forgetSent();
+    letTimePass();
     pressAt(Qt::Key_Left, 1010); // late, but a press
     EXPECT_EQ(sent(), Requests{ left });
     pressAt(Qt::Key_Left, 1040);
@@ -176,12 +182,7 @@ TEST_F(Hold, RepeatBehindAPressThatCameLateIsDroppedToo)
 
 TEST_F(Hold, PressThatCameLateReachesTheWindowByWayOfAButtonToo)
 {
-    QElapsedTimer sinceStart;
-    sinceStart.start();
-    pressAt(Qt::Key_F, 1000); // tells how the clocks stand
-    release(Qt::Key_F);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return sinceStart.elapsed() > 300; }));
-    forgetSent();
+    letTimePass();
     form().btn_home->setFocus(Qt::TabFocusReason);
     QKeyEvent event(QEvent::KeyPress, Qt::Key_T, Qt::NoModifier);
     event.setTimestamp(1010);
