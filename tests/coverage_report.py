@@ -5,7 +5,7 @@
 """Adds up what the compiler counted: coverage_report.py BUILD-FOLDER TRACEFILE
 
 Prints the figures of device/, console/ and widgets/, each line that no test reached and each of
-which a branch was not taken, as docs/coverage.md has them. Writes the counts for gcovr, which
+which a branch was not taken, as Markdown. Writes the counts for gcovr, which
 makes pages of them.
 
 gcovr could read the counts itself, but from gcov's text, which does not say which branches of code
