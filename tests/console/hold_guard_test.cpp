@@ -344,6 +344,8 @@ TEST_F(Hold, SecondMouseButtonDoesNotHideTheFirst)
     slider_mouse::dragTo(form().slider_zoom, 90);
     mouse::send(form().slider_zoom, QEvent::MouseButtonPress, { 10, 20 }, Qt::RightButton,
         Qt::LeftButton | Qt::RightButton);
+    mouse::send(form().slider_zoom, QEvent::MouseButtonRelease, { 10, 20 }, Qt::RightButton,
+        Qt::LeftButton);
     forgetSent();
     window->hide();
     EXPECT_EQ(sent(), (Requests{ zoomStop, zoomStop }));

@@ -13,7 +13,8 @@ import pytest
 
 pytest.register_assert_rewrite("drill", "holds", "image")
 
-from drill import SCRIBBLE, SEED, Drill  # noqa: E402
+from calls import noting_calls  # noqa: E402
+from drill import SCRIBBLE, SEED, Drill
 from harness.desktop import Desktop
 from harness.panel import Panel
 
@@ -31,7 +32,8 @@ def drill(row, request, tmp_path):
             desktop = ends.enter_context(Desktop(**how.pop("desktop")))
         else:
             desktop = request.getfixturevalue("desktop")
-        environment = {**SCRIBBLE, "PTZ_DRILL_FOLDER": str(tmp_path), **how.pop("environment", {})}
+        environment = {**SCRIBBLE, **noting_calls(tmp_path), "PTZ_DRILL_FOLDER": str(tmp_path),
+                       **how.pop("environment", {})}
 
         def start():
             return ends.enter_context(Panel(desktop, environment=environment, **how))

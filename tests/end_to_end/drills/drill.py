@@ -11,6 +11,7 @@ from typing import Callable
 
 import pytest
 
+from calls import calls_on_the_dead
 from harness import face, requests
 from harness.pictures import shows
 from harness.waiting import wait_for
@@ -37,6 +38,10 @@ class Row:
     @property
     def name(self):
         return f"{self.fault}, {self.moment}" if self.moment else self.fault
+
+    @property
+    def notes_calls(self):
+        return "LD_PRELOAD" not in self.how.get("environment", {})
 
 
 def drill_rows(rows):
@@ -183,6 +188,8 @@ class Drill:
             self.holds_no_more()
         for camera in range(1, self.devices + 1):
             assert self._moving(camera) == []
+        if self.row.notes_calls:
+            assert calls_on_the_dead(self.folder) == []
 
     # Figures.
 

@@ -11,7 +11,7 @@ import json
 import sys
 from pathlib import Path
 
-from protections import DEFECTS, PROTECTIONS
+from protections import COMMON, DEFECTS, PROTECTIONS
 
 HERE = Path(__file__).resolve().parent
 VARIANTS = [*PROTECTIONS, *DEFECTS]
@@ -21,8 +21,9 @@ HEAD = """# Fault drills
 What the panel does on a bad day. Each row is one fault at one moment, tried on the built program
 with virtual cameras, an X server of its own and injected mouse and keys. Besides what the row says,
 each checks that the panel ended only where it should, that at the end nothing moves at any camera,
-and that the panel holds no more open files and threads and hardly more memory than when it came up.
-Freed memory is filled with a pattern, so that a request on a closed camera ends the panel.
+that nothing was asked of libuvc for a camera that is not open, and that the panel holds no more open
+files and threads and hardly more memory than when it came up. Freed memory is filled with a pattern,
+so that its use ends the panel.
 
 **{survived} of {rows} rows survived, twice: {faults} faults, seed {seed}.**
 
@@ -33,8 +34,9 @@ Freed memory is filled with a pattern, so that a request on a closed camera ends
 This page is written by `tests/end_to_end/drills/fault_drills_page.py` from a run of `prove.py`.
 "Fails with" names what the row was seen failing with: variants of the program that have a
 protection taken out or a defect put in, listed at the end. Each variant is tried on the files that
-have to do with it. The panel as it is, runs before all of them and again after them, as busy a
-machine and as short a patience given as they.
+have to do with it. In *italics* stand those with which every row fails that drives a camera at its
+end: unless the row is about just that, they show no more. The panel as it is runs before all of them
+and again after them, as busy a machine and as short a patience given as they.
 """
 
 
@@ -75,7 +77,8 @@ def page(folder):
     tried = {variant.name: read(folder / variant.name) for variant in VARIANTS}
 
     def failing_with(key):
-        return [name for name, rows in tried.items() if key in rows and not rows[key]["passed"]]
+        return [f"*{name}*" if name in COMMON else name
+                for name, rows in tried.items() if key in rows and not rows[key]["passed"]]
 
     yield HEAD.format(survived=sum(row["passed"] for row in whole.values()), rows=len(whole),
                       faults=len({row["fault"] for row in whole.values()}),

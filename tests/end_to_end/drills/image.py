@@ -36,16 +36,20 @@ def _value(request, name):
     return int.from_bytes(bytes.fromhex("".join(words[3:5])), "little", signed=name == "brightness")
 
 
-def _sent(drill, name, how):
-    """The values that the camera is sent while how() is done and seen through."""
+def _values(sent, name):
+    values = [_value(request, name) for request in sent]
+    return [value for value in values if value is not None]
+
+
+def _sent(drill, how):
+    """What the camera is sent while how() is done and seen through."""
     start = len(drill.panel.log.lines())
     how()
     # The buttons below the sliders act after what was done before them.
     drill.panel.click("btn_home")
     drill.wait(lambda: any("roll_absolute" in request
                            for request in drill.panel.log.settings(start)), "the home command")
-    values = [_value(request, name) for request in drill.panel.log.settings(start)]
-    return [value for value in values if value is not None]
+    return drill.panel.log.settings(start)
 
 
 def grab(drill, name, where):
@@ -53,8 +57,8 @@ def grab(drill, name, where):
     between. Returns the values that the camera is sent."""
     left, top, width, height = face.CONTROLS[f"slider_{name}"]
     x = left + _HANDLE // 2 + round(where * (width - _HANDLE))
-    return _sent(drill, name,
-                 lambda: drill.desktop.mouse.click(*drill.panel.on_screen(x, top + height // 2)))
+    place = drill.panel.on_screen(x, top + height // 2)
+    return _values(_sent(drill, lambda: drill.desktop.mouse.click(*place)), name)
 
 
 def shows_same(drill, name, other):
@@ -63,6 +67,11 @@ def shows_same(drill, name, other):
     return ImageChops.difference(*pictures).getbbox() is None
 
 
+def ask_for_defaults(drill):
+    """Clicks the default button. Returns what the camera is sent."""
+    return _sent(drill, lambda: drill.panel.click("btn_default"))
+
+
 def ask_for_default(drill, name):
-    """Clicks the default button. Returns the values of the property that the camera is sent."""
-    return _sent(drill, name, lambda: drill.panel.click("btn_default"))
+    """The same, and returns the values of that property alone."""
+    return _values(ask_for_defaults(drill), name)

@@ -33,6 +33,12 @@ PROTECTIONS = [
     Variant("product-filter", "every camera is accepted", "device/usb_connection.cpp",
             "descriptor->idProduct == USBDevice::PRODUCT_ID_FILTER", "descriptor->idProduct != 0",
             "bus"),
+    Variant("scratch", "the values that are read into do not begin at zero",
+            "device/usb_image_properties.cpp",
+            ("    std::uint16_t scratch = 0;", "    std::int16_t signedScratch = 0;",
+             "    std::uint8_t byteScratch = 0;"),
+            ("    std::uint16_t scratch = 2;", "    std::int16_t signedScratch = 2;",
+             "    std::uint8_t byteScratch = 2;"), "answers"),
     Variant("empty-answers", "what an empty answer leaves is not zero",
             "device/usb_image_properties.cpp", "    Value value = 0;\n", "    Value value = 90;\n",
             "answers"),
@@ -49,6 +55,17 @@ PROTECTIONS = [
              "!window.windowHandle()->isExposed()"),
             ("        if (watched == nullptr)\n            releaseAll();", "watched == nullptr"),
             "hands"),
+    Variant("held-on", "nothing is let go when the keyboard or the screen is lost", HOLDS,
+            ("        if (watched == &window)\n            releaseKeys();",
+             "if (watched == window.windowHandle())",
+             "        if (watched == &window)\n            releaseAll();",
+             "!window.windowHandle()->isExposed()"),
+            ("        if (watched == nullptr)\n            releaseKeys();",
+             "if (watched == nullptr)",
+             "        if (watched == nullptr)\n            releaseAll();", "watched == nullptr"),
+            "hands"),
+    Variant("other-window", "a key that is let go in another window of the panel stays held", HOLDS,
+            "if (!reachesWindow || pressedAs", "if (pressedAs", "hands"),
     Variant("other-desktop", "nothing is let go when another desktop is shown", HOLDS,
             "!window.windowHandle()->isExposed()", "watched == nullptr", "hands"),
     Variant("other-camera", "nothing is let go when a camera is chosen", HOLDS,
@@ -63,6 +80,9 @@ PROTECTIONS = [
             "if (isOverdue(*static_cast<QKeyEvent *>(event)))", "if (false)", "delay hands"),
     Variant("signals", "signals end the panel at once", HOLDS,
             "    termination::onSignal(this, [this] { releaseAll(); });\n", "", "end delay"),
+    Variant("deaf-signals", "signals are not heard", END,
+            "        action.sa_handler = writeSignal;", "        action.sa_handler = SIG_IGN;",
+            "end desktop"),
     Variant("grace", "a camera that never answers keeps the panel alive", END,
             "        alarm(graceSeconds);\n    graceBegun", "        graceBegun", "end"),
     Variant("short-grace", "a slow camera has three seconds to be stopped", END,
@@ -93,6 +113,45 @@ DEFECTS = [
             "    (form->*lens.slider)->setValue(SLIDER_CENTRE);\n    if (usb_mode == 1)\n"
             "        (device->*lens.stop)();\n", "    (void)lens;\n",
             "answers delay end hands refused"),
+    Variant("impatient", "a request that takes longer than 40 ms ends the program", EDGE,
+            ("#include <type_traits>",
+             "    return handle.open ? call(handle.devh, arguments...) : UVC_ERROR_NO_DEVICE;"),
+            ("#include <chrono>\n#include <type_traits>",
+             "    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(40);\n"
+             "    const int status = handle.open ? call(handle.devh, arguments...) : -4;\n"
+             "    if (std::chrono::steady_clock::now() > end)\n        __builtin_trap();\n"
+             "    return status;"), "delay"),
+    Variant("unclosable", "being closed does not end the program", "console/main.cpp",
+            "    window.show();", "    QApplication::setQuitOnLastWindowClosed(false);\n"
+            "    window.show();", "end"),
+    Variant("close-button", "the button that closes the panel does not", "console/function_buttons.cpp",
+            "    QCoreApplication::exit(0);", "", "end desktop"),
+    Variant("quit-button", "the button of the notice that quits the panel does not",
+            "widgets/no_device.cpp", "QCoreApplication::exit(0);", "", "bus"),
+    Variant("dies-at-exit", "the end that the toolkit makes of it goes wrong", HOLDS,
+            "    if (activeGuard)\n        activeGuard->releaseAll();",
+            "    std::abort();", "end"),
+    Variant("fatal-output", "an output that cannot be written ends the program",
+            "device/usb_connection.cpp",
+            '    std::cout << "one: init success" << std::endl;',
+            '    std::cout << "one: init success" << std::endl;\n'
+            "    if (!std::cout)\n        std::abort();", "end"),
+    Variant("plain-names", "a camera's name has at most 64 letters", "device/usb_connection.cpp",
+            "        list.push_back(camera);",
+            "        if (camera.name.size() > 64)\n            std::abort();\n"
+            "        for (const char letter : camera.name)\n"
+            "            if (letter < ' ' || letter > '~')\n                std::abort();\n"
+            "        list.push_back(camera);", "bus"),
+    Variant("active-only", "buttons work in the active window only", "console/function_buttons.cpp",
+            "    if (usb_mode == 1)\n        (device->*command)();",
+            "    if (usb_mode == 1 && isActiveWindow())\n        (device->*command)();", "desktop"),
+    Variant("ranges-ignored", "the settings' sliders keep the range that they had",
+            "console/image_settings.cpp",
+            "        slider->setMinimum(row.min);\n        slider->setMaximum(row.max);\n", "",
+            "ranges"),
+    Variant("unclamped-current", "a slider that is grabbed sends what the camera told",
+            "console/image_settings.cpp",
+            "    row.cur = slider->value();\n    slider->setValue(row.cur);\n", "", "ranges"),
     Variant("unsigned-brightness", "brightness is read without its sign",
             "device/usb_image_properties.cpp", "record.cur = current;",
             "record.cur = current < 0 ? current + 65536 : current;", "ranges"),
@@ -127,3 +186,7 @@ DEFECTS = [
             "        for (volatile char *kept = new char[65536], *end = kept + 65536; kept != end;"
             " ++kept)\n            *kept = 1;\n", "memory"),
 ]
+
+COMMON = {"deaf-keys", "next-camera", "first-camera"}
+"""With these a camera that is chosen and driven by a key at a row's end is not, whatever the row is
+about."""

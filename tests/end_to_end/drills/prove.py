@@ -21,8 +21,7 @@ from protections import DEFECTS, PROTECTIONS, Variant
 
 HERE = Path(__file__).resolve().parent
 ROOT = HERE.parents[2]
-SOURCES = ["CMakeLists.txt", "cmake", "console", "device", "forms", "resources", "virtual_camera",
-           "widgets"]
+TARGETS = ["ptz-panel", "virtual-camera", "uvc_call_recorder"]
 
 ALL_DRILLS = sorted(path.stem.removeprefix("test_") for path in HERE.glob("test_*.py"))
 WHOLE = Variant("whole", "", None, None, None, " ".join(ALL_DRILLS))
@@ -50,14 +49,14 @@ class Workshop:
         self.source, self.build = folder / "source", folder / "build"
         self.outcomes = folder / "outcomes"
         shutil.rmtree(self.source, ignore_errors=True)
-        files = subprocess.run(["git", "ls-files", *SOURCES], cwd=ROOT, check=True,
+        files = subprocess.run(["git", "ls-files"], cwd=ROOT, check=True,
                                capture_output=True, text=True).stdout.split("\n")
         for name in filter(None, files):
             (self.source / name).parent.mkdir(parents=True, exist_ok=True)
             # With its time, so that what has not changed is not built again.
             shutil.copy2(ROOT / name, self.source / name)
         self._run("cmake", "-S", self.source, "-B", self.build, "-G", "Ninja",
-                  "-DCMAKE_BUILD_TYPE=Debug", "-DBUILD_TESTING=OFF")
+                  "-DCMAKE_BUILD_TYPE=Debug")
 
     def try_variant(self, variant):
         changed = self.source / variant.file if variant.file else None
@@ -65,7 +64,7 @@ class Workshop:
         if changed:
             changed.write_text(with_changes(before, variant))
         try:
-            self._run("cmake", "--build", self.build, "--target", "ptz-panel", "virtual-camera")
+            self._run("cmake", "--build", self.build, "--target", *TARGETS)
             folder = self.outcomes / variant.name
             shutil.rmtree(folder, ignore_errors=True)
             with ThreadPoolExecutor(AT_ONCE) as pool:

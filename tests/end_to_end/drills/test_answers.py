@@ -4,9 +4,10 @@
 """Cameras that refuse requests, or answer with too few bytes or none."""
 
 from drill import Row, drill_rows, lens_rest, use_every_control
+from harness import requests
 from harness.requests import PROPERTY_CONTROLS
 from holds import MOTIONS
-from image import ask_for_default, grab, shows_same, stale_value
+from image import ask_for_default, ask_for_defaults, grab, shows_same, stale_value
 
 UNREAD = ("lives; 0 is shown and the range shrinks to the last answer; is driven when the camera is "
           "well again")
@@ -26,11 +27,15 @@ def use_and_recover(drill, heal):
     drill.drives()
 
 
-def one_control(control, result, heal):
+def struck(drill, control, result):
+    return any(line.control == control and line.result == result
+               for line in drill.panel.log.lines())
+
+
+def refused(control):
     def run(drill):
-        use_and_recover(drill.ready(), heal)
-        assert any(line.control == control and line.result == result
-                   for line in drill.panel.log.lines()), "the fault struck"
+        use_and_recover(drill.ready(), "unstall 1")
+        assert struck(drill, control, "stall")
     return run
 
 
@@ -47,6 +52,14 @@ def one_property(name, heal):
         drill.panel.click("btn_ok")
         use_and_recover(drill, heal)
     return run
+
+
+def unread_choice(drill):
+    drill.ready().panel.click("btn_setting")
+    assert requests.flicker(0) in ask_for_defaults(drill)
+    drill.panel.click("btn_ok")
+    use_and_recover(drill, "full 1")
+    assert struck(drill, "power_line_frequency", "short")
 
 
 def unreadable(heal):
@@ -90,7 +103,7 @@ READABLE = {name: control for name, control in PROPERTY_CONTROLS.items() if name
 
 ROWS = [
     *[Row(f"stall of {control}", "from the start", "lives; is driven when the camera is well again",
-          one_control(control, "stall", "unstall 1"), stalled(control)) for control in CONTROLS],
+          refused(control), stalled(control)) for control in CONTROLS],
     *[Row(f"stall of {control}", "from the start", UNREAD, one_property(name, "unstall 1"),
           stalled(control)) for name, control in READABLE.items()],
     *[Row(f"stall of {control}", "from the start", LOST, unreadable("unstall 1"), stalled(control))
@@ -100,9 +113,8 @@ ROWS = [
           one_property(name, "full 1"), cut(control, count))
       for count in (0, 1) for name, control in PROPERTY_CONTROLS.items()],
     Row("no bytes of power_line_frequency", "from the start",
-        "lives; is driven when the camera is well again",
-        one_control("power_line_frequency", "short", "full 1"),
-        cut("power_line_frequency", 0)),
+        "lives; the default is the first choice; is driven when the camera is well again",
+        unread_choice, cut("power_line_frequency", 0)),
 ]
 
 

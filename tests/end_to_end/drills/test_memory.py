@@ -3,6 +3,7 @@
 
 """Faults again and again: memory, files and threads stay what they were."""
 
+from calls import NOT_NOTING_CALLS
 from drill import Row, drill_rows
 from harness.pictures import shows
 
@@ -91,14 +92,14 @@ FAULTS = [
     ("unplugged", "unplug 2"),
 ]
 
-UNSCRIBBLED = {"environment": {"MALLOC_PERTURB_": "0"}}
-"""Memory that is never written to counts as none."""
+LEAN = {"environment": {"MALLOC_PERTURB_": "0", **NOT_NOTING_CALLS}}
+"""Memory that is never written to counts as none, and calls that are noted take some."""
 
 ROWS = [
     *[Row(fault, "chosen again and again", FLAT, repeated(in_turn, command),
-          dict(UNSCRIBBLED, devices=2)) for fault, command in FAULTS],
+          dict(LEAN, devices=2)) for fault, command in FAULTS],
     *[Row(fault, "controls used again and again", FLAT, repeated(controls_used, command),
-          UNSCRIBBLED)
+          LEAN)
       for fault, command in (("unplugged", "unplug 1"), ("stall of all", "stall 1 all"))],
 ]
 
