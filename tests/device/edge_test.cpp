@@ -4,6 +4,7 @@
 // Ordinary use that runs into the edges of libuvc: cameras that may not be opened and that do not
 // tell. For those that are pulled out see unplug_test.cpp.
 
+#include "device/uvc_edge.h"
 #include "tests/device/camera_fixture.h"
 #include "tests/device/operations.h"
 #include "tests/support/uvc_call_recorder.h"
@@ -72,6 +73,13 @@ TEST_F(Edge, ACameraThatDoesNotTellItsBrightnessIsClosedByTheSecondOpen)
     EXPECT_THAT(received(), IsEmpty());
     device->CloseDevice();
     EXPECT_FALSE(device->OpenDevice("1", 1));
+}
+
+TEST_F(Edge, AListThatWasNeverTakenHasNoCamera)
+{
+    uvc_edge::Handle handle;
+    EXPECT_EQ(uvc_edge::open(nullptr, 0, handle), UVC_ERROR_NO_DEVICE);
+    EXPECT_FALSE(handle.open);
 }
 
 TEST_F(Edge, FailuresAreNotToldInWords)
