@@ -32,6 +32,8 @@ def drill(row, request, tmp_path):
             desktop = ends.enter_context(Desktop(**how.pop("desktop")))
         else:
             desktop = request.getfixturevalue("desktop")
+            # A row that failed may have left another one.
+            desktop.windows.show_desktop(0)
         environment = {**SCRIBBLE, **noting_calls(tmp_path), "PTZ_DRILL_FOLDER": str(tmp_path),
                        **how.pop("environment", {})}
 

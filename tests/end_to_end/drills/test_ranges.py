@@ -9,15 +9,17 @@ from image import ask_for_default, grab
 ALL = "lives; what the camera gets when the slider is grabbed lies in its range"
 NONE = "lives; the slider cannot be grabbed"
 
-# Fault, what the camera tells (minimum:maximum:default:current), where the handle stands from 0 to
-# 1, and what the camera gets when the handle is grabbed and when the defaults are asked for.
+EVERYWHERE = [eighth / 8 for eighth in range(9)]
+
+# Fault, what the camera tells (minimum:maximum:default:current), where the handle stands from 0 to 1
+# (None: nowhere), and what the camera gets when it is grabbed and when the defaults are asked for.
 TABLE = [
-    ("minimum above maximum", "gamma=500:100:220:220", 0, [], [220]),
-    ("minimum above maximum, brightness below zero", "brightness=64:-64:0:0", 0, [], [0]),
+    ("minimum above maximum", "gamma=500:100:220:220", None, [], [220]),
+    ("minimum above maximum, brightness below zero", "brightness=64:-64:0:0", None, [], [0]),
     ("current above the range", "gamma=100:500:220:900", 1, [500], [220]),
     ("current below the range", "gamma=100:500:220:50", 0, [100], [220]),
-    ("range of a single value", "contrast=77:77:77:77", 0, [], [77]),
-    ("range of zero", "sharpness=0:0:0:0", 0, [], [0]),
+    ("range of a single value", "contrast=77:77:77:77", None, [], [77]),
+    ("range of zero", "sharpness=0:0:0:0", None, [], [0]),
     ("negative brightness", "brightness=-64:64:-5:-64", 0, [-64], [-5]),
     ("brightness all below zero", "brightness=-100:-50:-75:-50", 1, [-50], [-75]),
     ("brightness as far as it can be told", "brightness=-32768:32767:-1:-32768", 0, [-32768], [-1]),
@@ -29,7 +31,8 @@ TABLE = [
 def grabbed(name, where, when_grabbed, as_default):
     def run(drill):
         drill.ready().panel.click("btn_setting")
-        assert grab(drill, name, where) == when_grabbed
+        for place in EVERYWHERE if where is None else [where]:
+            assert grab(drill, name, place) == when_grabbed
         assert ask_for_default(drill, name) == as_default
         drill.panel.click("btn_ok")
         drill.answers()
