@@ -53,8 +53,8 @@ class Workshop:
                                capture_output=True, text=True).stdout.split("\n")
         for name in filter(None, files):
             (self.source / name).parent.mkdir(parents=True, exist_ok=True)
-            # With its time, so that what has not changed is not built again.
-            shutil.copy2(ROOT / name, self.source / name)
+            # Without its time: what was built last may be of a variant.
+            shutil.copyfile(ROOT / name, self.source / name)
         self._run("cmake", "-S", self.source, "-B", self.build, "-G", "Ninja",
                   "-DCMAKE_BUILD_TYPE=Debug")
 
