@@ -142,7 +142,8 @@ class Windows:
     def show_desktop(self, number):
         """Has the window manager show its desktop of that number, from 0."""
         self._ask(self._root, "_NET_CURRENT_DESKTOP", [number, X.CurrentTime, 0, 0, 0])
-        wait_for(lambda: list(self.root_property("_NET_CURRENT_DESKTOP")) == [number],
+        # A window manager that has just started may not have said yet.
+        wait_for(lambda: list(self.root_property("_NET_CURRENT_DESKTOP") or []) == [number],
                  "the other desktop")
 
     def minimise(self, window):
