@@ -64,5 +64,6 @@ def pytest_runtest_makereport(item, call):
         with open(path, "a", encoding="utf-8") as file:
             json.dump({"file": path.stem, "fault": row.fault, "moment": row.moment,
                        "outcome": row.outcome, "seed": SEED,
-                       "passed": report.outcome == "passed"}, file)
+                       "passed": report.outcome == "passed",
+                       "failed in": report.when if report.outcome == "failed" else None}, file)
             file.write("\n")

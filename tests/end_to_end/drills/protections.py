@@ -104,15 +104,15 @@ DEFECTS = [
             "unplug start refused answers second end"),
     Variant("deaf-keys", "releases of keys are not heard", "console/pan_tilt.cpp",
             "    if (usb_mode != 0)\n        releaseKey(event->key());\n", "",
-            "refused answers delay second end hands desktop ranges"),
+            "refused answers delay second end hands desktop ranges unplug"),
     Variant("stuck-joystick", "the joystick does not tell that it is let go",
             "widgets/rocker_handle.cpp", "emit keyNumchanged(4);", "",
-            "refused answers delay second end hands"),
+            "refused answers delay second end hands unplug desktop"),
     Variant("stuck-lens", "the lens sliders do not tell that they are let go",
             "console/lens_sliders.cpp",
             "    (form->*lens.slider)->setValue(SLIDER_CENTRE);\n    if (usb_mode == 1)\n"
             "        (device->*lens.stop)();\n", "    (void)lens;\n",
-            "answers delay end hands refused"),
+            "answers delay end hands refused unplug"),
     Variant("impatient", "a request that takes longer than 40 ms ends the program", EDGE,
             ("#include <type_traits>",
              "    return handle.open ? call(handle.devh, arguments...) : UVC_ERROR_NO_DEVICE;"),
@@ -142,6 +142,10 @@ DEFECTS = [
             "        for (const char letter : camera.name)\n"
             "            if (!std::isalnum(letter) && letter != ' ')\n                std::abort();\n"
             "        list.push_back(camera);", "bus"),
+    Variant("five-at-most", "more than five cameras end the program", "device/usb_connection.cpp",
+            "        list.push_back(camera);",
+            "        list.push_back(camera);\n        if (list.size() > 5)\n            std::abort();",
+            "bus"),
     Variant("silent-buttons", "the function buttons send nothing", "console/function_buttons.cpp",
             "    if (usb_mode == 1)\n        (device->*command)();", "    (void)command;", "desktop"),
     Variant("ranges-ignored", "the settings' sliders keep the range that they had",
@@ -172,7 +176,7 @@ DEFECTS = [
     Variant("no-way-back", "the tray does not bring the panel back", "console/lifecycle.cpp",
             "        showNormal();", "        ;", "hands desktop"),
     Variant("cameras-kept-open", "cameras are never closed", "device/uvc_edge.cpp",
-            "    uvc_close(handle.devh);\n", "", "memory"),
+            "    uvc_close(handle.devh);\n", "", "memory refused unplug"),
     Variant("frames-kept", "each failure keeps 64 KiB", EDGE,
             "    return handle.open ? call(handle.devh, arguments...) : UVC_ERROR_NO_DEVICE;",
             "    const int status = handle.open ? call(handle.devh, arguments...) : -4;\n"
@@ -186,5 +190,5 @@ DEFECTS = [
             " ++kept)\n            *kept = 1;\n", "memory"),
 ]
 
-COMMON = {"deaf-keys", "next-camera", "first-camera", "silent-buttons"}
+COMMON = {"deaf-keys", "next-camera", "first-camera"}
 """With these the camera that a row drives at its end is not driven, whatever the row is about."""

@@ -4,12 +4,14 @@
 
 """Shows that the drills can fail: runs them against the panel and against each variant of it.
 
-    prove.py FOLDER [VARIANT...]
+    prove.py [--drills NAME,...] FOLDER [VARIANT...]
 
 builds in FOLDER, which should be empty or from an earlier run, and leaves there what became of
 each row, in outcomes/<variant>/; the panel as it is, is the variant "whole" at the beginning and
-"again" at the end. Without names it takes all. fault_drills_page.py makes the page of it."""
+"again" at the end. Without names it takes all variants, and each on all drills that have to do with
+it. fault_drills_page.py makes the page of it."""
 
+import argparse
 import os
 import shutil
 import subprocess
@@ -21,6 +23,7 @@ from protections import DEFECTS, PROTECTIONS, Variant
 
 HERE = Path(__file__).resolve().parent
 ROOT = HERE.parents[2]
+DRILLS = HERE.relative_to(ROOT)
 TARGETS = ["ptz-panel", "virtual-camera", "uvc_call_recorder"]
 
 ALL_DRILLS = sorted(path.stem.removeprefix("test_") for path in HERE.glob("test_*.py"))
@@ -58,27 +61,27 @@ class Workshop:
         self._run("cmake", "-S", self.source, "-B", self.build, "-G", "Ninja",
                   "-DCMAKE_BUILD_TYPE=Debug")
 
-    def try_variant(self, variant):
+    def try_variant(self, variant, drills):
         changed = self.source / variant.file if variant.file else None
         before = changed.read_text() if changed else None
         if changed:
             changed.write_text(with_changes(before, variant))
         try:
             self._run("cmake", "--build", self.build, "--target", *TARGETS)
-            folder = self.outcomes / variant.name
-            shutil.rmtree(folder, ignore_errors=True)
             with ThreadPoolExecutor(AT_ONCE) as pool:
-                list(pool.map(lambda name: self._drill(name, variant, folder),
-                              variant.drills.split()))
+                list(pool.map(lambda name: self._drill(name, variant), drills))
         finally:
             if changed:
                 changed.write_text(before)
 
-    def _drill(self, name, variant, folder):
+    def _drill(self, name, variant):
+        folder = self.outcomes / variant.name
+        (folder / f"test_{name}.jsonl").unlink(missing_ok=True)
         environment = dict(os.environ, PTZ_BIN_DIR=str(self.build / "bin"),
                            PTZ_DRILL_OUTCOMES=str(folder), PYTHONDONTWRITEBYTECODE="1", **PATIENCE)
         done = subprocess.run([sys.executable, "-m", "pytest", "-q", "-p", "no:cacheprovider",
-                               "--tb=short", HERE / f"test_{name}.py"], env=environment,
+                               "--tb=short", self.source / DRILLS / f"test_{name}.py"],
+                              env=environment,
                               capture_output=True, text=True, check=False)
         print(f"{variant.name}: {name}: {done.stdout.strip().splitlines()[-1]}", flush=True)
         if variant in (WHOLE, AGAIN) and done.returncode:
@@ -88,18 +91,29 @@ class Workshop:
         subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
 
 
-def main(folder, *names):
-    workshop = Workshop(Path(folder).resolve())
+def arguments():
+    parser = argparse.ArgumentParser(description=__doc__,
+                                     formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--drills", type=lambda names: names.split(","), default=ALL_DRILLS,
+                        help="only these: " + ",".join(ALL_DRILLS))
+    parser.add_argument("folder", type=Path)
+    parser.add_argument("variants", nargs="*", metavar="VARIANT")
+    return parser, parser.parse_args()
+
+
+def main():
+    parser, wanted = arguments()
     variants = [WHOLE, *PROTECTIONS, *DEFECTS, AGAIN]
-    unknown = set(names) - {variant.name for variant in variants}
-    if unknown:
-        raise SystemExit(f"no such variant: {', '.join(unknown)}")
+    for names, known in ((wanted.variants, {variant.name for variant in variants}),
+                         (wanted.drills, set(ALL_DRILLS))):
+        if unknown := set(names) - known:
+            parser.error(f"there is no {', '.join(sorted(unknown))}")
+    workshop = Workshop(wanted.folder.resolve())
     for variant in variants:
-        if not names or variant.name in names:
-            workshop.try_variant(variant)
+        drills = [name for name in variant.drills.split() if name in wanted.drills]
+        if drills and (not wanted.variants or variant.name in wanted.variants):
+            workshop.try_variant(variant, drills)
 
 
 if __name__ == "__main__":
-    if len(sys.argv) < 2:
-        raise SystemExit(__doc__)
-    main(*sys.argv[1:])
+    main()

@@ -12,8 +12,9 @@ from image import ask_for_default, ask_for_defaults, grab, shows_same, stale_val
 UNREAD = ("lives; 0 is shown and the range shrinks to the last answer; is driven when the camera is "
           "well again")
 LOST = "lives; every control is harmless until the next start"
-MOVES_ON = ("lives; no stop is taken, so it moves on until it is told again and well; is driven when "
-            "the camera is well again")
+MOVES_ON = ("lives; the stop is tried and not taken, so it moves on until it is told again and well; is "
+            "driven when the camera is well again")
+DULL = "sharpness=0:15:7:0"
 CONTROLS = ["pantilt_relative", "zoom_relative", "focus_relative", "roll_absolute",
             "white_balance_temperature_auto", "power_line_frequency"]
 
@@ -42,10 +43,11 @@ def refused(control):
 def one_property(name, heal):
     def run(drill):
         drill.ready().panel.click("btn_setting")
-        # Nothing was read, which is shown as 0; that is also the backlight compensation.
+        # Nothing was read, which is shown as 0. Two others are 0 with these cameras.
         well = "wb" if name != "wb" else "gamma"
-        drill.wait(lambda: not shows_same(drill, well, "blc"), "the settings to be shown")
-        drill.wait(lambda: shows_same(drill, name, "blc"), f"0 to be shown for {name}")
+        zero = "blc" if name != "blc" else "sharpness"
+        drill.wait(lambda: not shows_same(drill, well, zero), "the settings to be shown")
+        drill.wait(lambda: shows_same(drill, name, zero), f"0 to be shown for {name}")
         # A slider without a range cannot be grabbed.
         assert grab(drill, name, where=0) == []
         assert ask_for_default(drill, name) == [stale_value(name)]
@@ -76,7 +78,11 @@ def everything_at_work(hold):
     def run(drill):
         drill.ready()
         with hold(drill):
+            moving = drill.moving()
             drill.tell("stall 1 all")
+            since = len(drill.calls())
+        drill.tries_to_stop(moving, since)
+        assert drill.moving() == moving
         use_every_control(drill)
         drill.answers()
         drill.tell("unstall 1")
@@ -92,11 +98,11 @@ def everything_at_work(hold):
 
 
 def stalled(control):
-    return {"faults": [f"stall 1 {control}"]}
+    return {"faults": [f"stall 1 {control}"], "descriptions": [DULL]}
 
 
 def cut(control, count):
-    return {"faults": [f"short 1 {control} {count}"]}
+    return {"faults": [f"short 1 {control} {count}"], "descriptions": [DULL]}
 
 
 READABLE = {name: control for name, control in PROPERTY_CONTROLS.items() if name != "brightness"}

@@ -6,7 +6,7 @@
 import contextlib
 import signal
 
-from drill import Row, drill_rows
+from drill import Row, drill_rows, is_start
 from harness import requests
 from holds import MOTIONS, key, settings_slider
 
@@ -23,7 +23,10 @@ def driven(milliseconds, hold):
         drill.tell(f"delay 1 {milliseconds}")
         with hold(drill):
             pass
+        released = len(drill.panel.log.lines())
         drill.at_rest()
+        late = sum(is_start(line) for line in drill.panel.log.lines()[released:])
+        assert late <= LATE, f"{late} starts after the release"
         drill.tell("delay 1 0")
         drill.drives()
     return run

@@ -7,6 +7,7 @@ import signal
 
 from drill import Row, drill_rows
 from hands_off import bring_back
+from holds import joystick
 
 
 def to_nowhere(drill):
@@ -36,13 +37,20 @@ def tray_goes(drill):
     drill.drives()
 
 
-def without_manager(drill):
-    """Nobody gives windows the keyboard. The mouse needs nobody."""
-    drill.up()
+def driven_by_the_mouse(drill):
     drill.answers()
+    with joystick(drill):
+        pass
+    drill.at_rest()
     start = len(drill.panel.log.lines())
     drill.panel.click("btn_home")
     drill.wait(lambda: drill.panel.log.settings(start), "the home command")
+
+
+def without_manager(drill):
+    """Nobody gives windows the keyboard. The mouse needs nobody."""
+    drill.up()
+    driven_by_the_mouse(drill)
     drill.panel.click("btn_cam3")
     drill.wait(drill.panel.notices, "the notice of a missing camera")
     drill.panel.click("btn_close")
@@ -52,10 +60,7 @@ def without_manager(drill):
 def manager_goes(drill):
     drill.ready()
     drill.desktop.stop("openbox")
-    drill.answers()
-    start = len(drill.panel.log.lines())
-    drill.panel.click("btn_home")
-    drill.wait(lambda: drill.panel.log.settings(start), "the home command")
+    driven_by_the_mouse(drill)
 
 
 ROWS = [

@@ -51,6 +51,20 @@ def while_the_camera_hangs(drill):
     drill.ends_with(128 + signal.SIGALRM)
 
 
+def while_the_camera_hangs_and_moves(drill):
+    """Then nothing can stop it but the camera itself."""
+    drill.ready()
+    with drill.desktop.keyboard.held("Right"):
+        drill.moves()
+        drill.tell(HANGS)
+        drill.hangs()
+        drill.patience += 10
+        drill.panel.signal(signal.SIGTERM)
+        drill.ends_with(128 + signal.SIGALRM)
+    assert drill.moving()
+    drill.beyond_control.add(1)
+
+
 def unplugged_while_it_hangs(drill):
     drill.ready()
     drill.tell(HANGS)
@@ -83,6 +97,7 @@ def server_gone(hold):
         with contextlib.suppress(error.ConnectionClosedError), hold(drill):
             drill.desktop.kill_server()
             drill.ends_with(1)
+        assert drill.exit_code == 1
     return run
 
 
@@ -95,6 +110,7 @@ def server_gone_at_a_random_moment(drill):
         drill.wait(lambda: len(drill.panel.log.settings(start)) >= count, f"{count} requests")
         drill.desktop.kill_server()
         drill.ends_with(1)
+    assert drill.exit_code == 1
 
 
 def goes_on(drill):
@@ -130,6 +146,8 @@ ROWS = [
         with_the_notice_up(signal.SIGTERM), {"faults": ["unplug 1"]}),
     Row("SIGTERM", "while the camera never answers", "ends with 142, after a grace period",
         while_the_camera_hangs),
+    Row("SIGTERM", "while the camera never answers, an arrow key held",
+        "ends with 142, after a grace period; the camera moves on", while_the_camera_hangs_and_moves),
     Row("unplugged", "while the camera never answers", "lives; every control is harmless",
         unplugged_while_it_hangs),
     *[Row("closed by its button", moment, LETS_GO.format(0), closed(hold, by_its_button))

@@ -60,6 +60,7 @@ def stops_at_the_release(hold, loss):
         drill.ready()
         with hold(drill):
             loss(drill)
+            assert drill.moving(), "it is still driven"
         drill.at_rest()
         drill.drives()
     return run

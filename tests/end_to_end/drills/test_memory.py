@@ -30,6 +30,14 @@ def in_turn(drill):
     choose(drill, 1)
 
 
+def put_back(drill):
+    """The second camera comes and goes, and is chosen with and without it."""
+    drill.tell("unplug 2")
+    choose(drill, 2)
+    drill.tell("replug 2 77")
+    in_turn(drill)
+
+
 def controls_used(drill):
     for name in ("btn_home", "btn_num5", "slider_zoom", "btn_push"):
         drill.panel.click(name)
@@ -81,7 +89,8 @@ def no_more(now, before):
             and now.threads <= before.threads)
 
 
-FLAT = f"no more memory, files or threads after {ROUNDS} more"
+FLAT = (f"no more files or threads after {ROUNDS} more, and at most {MOST_KIBIBYTES // ROUNDS} KiB for "
+        "each")
 
 FAULTS = [
     ("no permission to open (EACCES)", "refuse-open 2 EACCES"),
@@ -89,6 +98,8 @@ FAULTS = [
     ("held by another program", "busy 2 on"),
     ("stall of gamma", "stall 2 gamma"),
     ("no bytes of gamma", "short 2 gamma 0"),
+    ("1 byte of gamma", "short 2 gamma 1"),
+    ("5 ms for each request", "delay 2 5"),
     ("unplugged", "unplug 2"),
 ]
 
@@ -98,6 +109,8 @@ LEAN = {"environment": {"MALLOC_PERTURB_": "0", **NOT_NOTING_CALLS}}
 ROWS = [
     *[Row(fault, "chosen again and again", FLAT, repeated(in_turn, command),
           dict(LEAN, devices=2)) for fault, command in FAULTS],
+    Row("put back at another address", "again and again", FLAT,
+        repeated(put_back, "delay 2 0"), dict(LEAN, devices=2)),
     *[Row(fault, "controls used again and again", FLAT, repeated(controls_used, command),
           LEAN)
       for fault, command in (("unplugged", "unplug 1"), ("stall of all", "stall 1 all"))],

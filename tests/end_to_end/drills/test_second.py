@@ -22,18 +22,14 @@ def beside(hold):
     return run
 
 
-def open_files(drill):
-    lines = drill.panel.log.lines()
-    return sum((line.what == "OPEN") - (line.what == "CLOSE") for line in lines)
-
-
 def takes_over(drill):
     drill.ready()
     first = drill.panel.process_id
     Instances(drill).use_second()
     os.kill(first, signal.SIGTERM)
     # Its files are closed with it. The second could open none that it kept.
-    drill.wait(lambda: open_files(drill) == 0, "the first panel to end")
+    drill.wait(lambda: drill.open_files() == 0, "the first panel to end")
+    drill.may_open_a_camera()
     drill.panel.click("btn_cam1")
     drill.drives()
 

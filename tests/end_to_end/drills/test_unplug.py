@@ -6,14 +6,17 @@
 from drill import Row, drill_rows
 from holds import MOMENTS, MOTIONS, idle
 
-BACK = "lives; is driven again after a new start only; the other camera is driven at once"
+BACK = "lives; its controls stay harmless; the other camera is driven at once"
 
 
 def pulled(hold):
     def run(drill):
         drill.ready()
         with hold(drill):
+            moving = drill.moving()
             drill.tell("unplug 1")
+            since = len(drill.calls())
+        drill.tries_to_stop(moving, since)
         drill.answers()
         drill.receives_nothing_from_controls()
     return run
@@ -52,7 +55,7 @@ def put_back(address, hold, chosen):
 
 
 ROWS = [
-    *[Row("unplugged", moment, "lives; every control is harmless", pulled(hold))
+    *[Row("unplugged", moment, "lives; the stop is tried; every control is harmless", pulled(hold))
       for moment, hold in MOMENTS],
     *[Row("unplugged and chosen again", moment, "lives; the other camera is driven",
           pulled_and_chosen_again(hold), {"devices": 2}) for moment, hold in MOMENTS],
