@@ -405,18 +405,20 @@ class Testing(Scripts):
         self.run_script("test.sh")
         release, = self.recorded("ctest --preset release ")
         sanitize, = self.recorded("ctest --preset sanitize ")
-        self.assertIn(" -LE soak", release)
-        self.assertIn(" -LE release-only|soak", sanitize)
+        self.assertIn(" -LE once", release)
+        self.assertIn(" -LE release-only", sanitize)
 
-    def test_the_soak_starts_as_soon_as_the_programs_are_built(self):
+    def test_what_finds_by_chance_is_run_once_and_starts_as_soon_as_the_programs_are_built(self):
         result = self.run_script("test.sh", SOAK="  Test #1: soak")
         self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
         calls = self.recorded()
         programs = calls.index("cmake --build --preset release --target ptz-panel virtual-camera")
         self.assertLess(programs, calls.index("cmake --build --preset release"))
-        soak, = [call for call in calls if call.endswith(" -L soak")]
-        self.assertLess(programs, calls.index(soak))
-        self.assertIn("== soak\n100% tests passed", result.stdout)
+        once, = [call for call in calls if call.endswith(" -L once")]
+        self.assertLess(programs, calls.index(once))
+        self.assertNotIn("--repeat", once)
+        self.assertIn("--repeat", self.recorded("ctest --preset sanitize ")[0])
+        self.assertIn("== once\n100% tests passed", result.stdout)
 
     def test_a_run_without_any_test_is_a_failure(self):
         self.run_script("test.sh")

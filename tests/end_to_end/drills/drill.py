@@ -3,6 +3,7 @@
 
 """What a drill is: one row of a table, and what is checked in each."""
 
+import contextlib
 import os
 import random
 from collections import namedtuple
@@ -226,8 +227,23 @@ class Drill:
             # A library's file that is in memory counts as private, all at once, when the last other
             # program that uses it ends. So only what is in no file counts.
             size = next(int(line.split()[1]) for line in sums if line.startswith("Anonymous:"))
-        return Memory(size, len(os.listdir(f"{folder}/fd")),
-                      len(os.listdir(f"{folder}/task")))
+        threads = thread_names(folder)
+        painting = threads.count(PAINTING_THREAD)
+        return Memory(size, len(os.listdir(f"{folder}/fd")) - painting, len(threads) - painting)
+
+
+PAINTING_THREAD = "Thread (pooled)"
+"""The toolkit starts some when there is much to paint, each with a file, and ends them later."""
+
+
+def thread_names(folder):
+    names = []
+    for thread in os.listdir(f"{folder}/task"):
+        # It may just have ended.
+        with contextlib.suppress(FileNotFoundError), \
+                open(f"{folder}/task/{thread}/comm", encoding="ascii") as name:
+            names.append(name.read().strip())
+    return names
 
 
 _DIRECTION_BYTES = {"pantilt_relative": (0, 2), "zoom_relative": (0,), "focus_relative": (0,)}

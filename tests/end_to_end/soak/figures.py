@@ -17,6 +17,9 @@ KIBIBYTES_PER_NOTICE = 340.0
 KIBIBYTES_PER_SWITCH = 1.0
 KIBIBYTES_PER_MINIMISE = 0.5
 
+# Nothing is held for as long as a second. A busy machine may take its time.
+MOST_SECONDS_OF_MOTION = 2.0
+
 # The heap grows in steps.
 SLACK_KIBIBYTES = 1024
 
@@ -50,10 +53,12 @@ def growth(samples):
     return difference, allowed
 
 
-def complaints(samples):
-    """What grew that should not have."""
+def complaints(samples, motions):
+    """What grew that should not have, and what moved on."""
     difference, allowed = growth(samples)
     found = []
+    if motions.longest > MOST_SECONDS_OF_MOTION:
+        found.append(f"something moved for {motions.longest:.1f} s")
     if difference.kibibytes > allowed:
         found.append(f"memory grew by {difference.kibibytes:.0f} KiB, allowed are {allowed:.0f}")
     if difference.handles > 0:
@@ -71,8 +76,11 @@ class Motions:
 
     def __init__(self):
         self.started = 0
+        self.longest = 0.0
+        """In seconds. A stop that was lost shows in this, also when a later one made up for it."""
         self._unplugged = set()
-        self._moving = set()
+        self._moving = {}
+        """Camera and control, with the time of the start."""
         self._read = 0
 
     def follow(self, lines):
@@ -86,7 +94,8 @@ class Motions:
         if line.what == "UNPLUG":
             # Without power nothing moves.
             self._unplugged.add(line.camera)
-            self._moving = {axis for axis in self._moving if axis[0] != line.camera}
+            self._moving = {axis: start for axis, start in self._moving.items()
+                            if axis[0] != line.camera}
         if line.what == "REPLUG":
             self._unplugged.discard(line.camera)
         if line.what != "SET_CUR" or line.result != "ok" or line.control not in _DIRECTIONS:
@@ -98,6 +107,6 @@ class Motions:
         data = bytes.fromhex(line.data)
         if any(data[place] for place in _DIRECTIONS[line.control]):
             self.started += axis not in self._moving
-            self._moving.add(axis)
-        else:
-            self._moving.discard(axis)
+            self._moving.setdefault(axis, line.time)
+        elif axis in self._moving:
+            self.longest = max(self.longest, line.time - self._moving.pop(axis))

@@ -8,6 +8,7 @@ from harness.hands import LEFT, MIDDLE, RIGHT, WHEEL_DOWN, WHEEL_UP
 from harness.waiting import wait_for
 
 CAMERAS = 4
+PULLED = (4, 3)
 
 ARROWS_AND_LENS = ("Left", "Right", "Up", "Down", "t", "w")
 TAPPED = ("f", "m", "p", *map(str, range(10)), "a", "Escape", "Shift_L")
@@ -25,15 +26,17 @@ class Operator:
         self.mouse, self.keyboard = panel.desktop.mouse, panel.desktop.keyboard
         self.settings_open = self.manual_focus = False
         self.kept = {"notices": 0, "switches": 0, "minimises": 0}
-        self._plugged = True
+        self.pulled_while_driven = 0
+        self._coming_and_going = {}
+        """Whether they are plugged in, of the cameras that were pulled once."""
         self._corner = None
         self._operations = {
             self.hold_keys: 12, self.tap_keys: 8, self.push_joystick: 12, self.push_lens: 8,
             self.switch_focus_mode: 2, self.turn_wheel: 3, self.click_buttons: 12, self.change_image: 8,
             self.toggle_settings: 2, self.change_flicker: 1, self.restore_defaults: 1,
             self.choose_camera: 5, self.choose_camera_with_a_key_held: 2, self.drag_window: 2,
-            self.choose_missing_camera: 0.1, self.minimise: 0.3, self.pull_or_plug_cable: 1,
-            self.pull_cable_while_driving: 0.5, self.slow_camera_down: 0.5,
+            self.choose_missing_camera: 0.1, self.minimise: 0.3, self.pull_or_plug_cable: 1.5,
+            self.slow_camera_down: 0.5,
         }
 
     def choose(self):
@@ -143,21 +146,28 @@ class Operator:
         self.panel.desktop.windows.activate(self.panel.window)
 
     def pull_or_plug_cable(self):
-        """The last camera comes and goes. It does not go while it is being read: a camera whose
-        brightness could not be read is not opened any more, nor is any other."""
+        """Two cameras come and go. None goes while it is being read: a camera whose brightness could
+        not be read is not opened any more, nor is any other."""
+        if len(self._coming_and_going) < len(PULLED):
+            self._pull_cable_while_driving()
+            return
+        camera = self.random.choice(PULLED)
+        plugged = self._coming_and_going[camera]
         self.settle()
-        self.panel.cameras.tell(f"{'unplug' if self._plugged else 'replug'} {CAMERAS}")
-        self._plugged = not self._plugged
+        self.panel.cameras.tell(f"{'unplug' if plugged else 'replug'} {camera}")
+        self._coming_and_going[camera] = not plugged
 
-    def pull_cable_while_driving(self):
-        """The last camera goes while a key is held. From then on it cannot be opened any more."""
-        if not self._plugged:
-            self.pull_or_plug_cable()
-        self.choose_camera(CAMERAS)
+    def _pull_cable_while_driving(self):
+        """From then on the camera cannot be opened any more, so this is done once to each."""
+        camera = PULLED[len(self._coming_and_going)]
+        self.choose_camera(camera)
         self.settle()
+        start = len(self.panel.log.lines())
         with self.keyboard.held(self.random.choice(ARROWS_AND_LENS)):
-            self.panel.cameras.tell(f"unplug {CAMERAS}")
-        self._plugged = False
+            wait_for(lambda: self.panel.log.settings(start), "the camera to be driven")
+            self.panel.cameras.tell(f"unplug {camera}")
+        self._coming_and_going[camera] = False
+        self.pulled_while_driven += 1
 
     def slow_camera_down(self):
         camera = self.random.randint(1, CAMERAS - 1)

@@ -44,7 +44,8 @@ def rest(operator, panel, motions):
 
 
 def operate(panel, seed, seconds):
-    """The samples, how often what was done, and the number of motions that were started."""
+    """The samples, how often what was done, the motions, and how often a cable was pulled while its
+    camera was driven."""
     operator = Operator(panel, random.Random(seed))
     motions = Motions()
     done = collections.Counter()
@@ -64,7 +65,7 @@ def operate(panel, seed, seconds):
                 panel.desktop.screenshot().save(Path(folder) / f"soak-{seed}.png")
             raise Failure(f"{reason}, after {[step.__name__ for step in latest]}") from reason
         samples.append(measure(panel.process_id, done.total(), operator.kept.values()))
-    return samples, done, motions.started
+    return samples, done, motions, operator.pulled_while_driven
 
 
 def live(seed, seconds):
@@ -73,7 +74,7 @@ def live(seed, seconds):
         panel.opened()
         began = time.monotonic()
         try:
-            samples, done, started = operate(panel, seed, seconds)
+            samples, done, motions, pulled = operate(panel, seed, seconds)
         except Exception as reason:
             if not panel.is_running():
                 raise Failure(f"the panel ended with {panel.ended()}: {panel.output()}") from reason
@@ -85,13 +86,15 @@ def live(seed, seconds):
         "minutes": round((time.monotonic() - began) / 60, 2),
         "operations": done.total(),
         "requests": requests,
-        "motions started and stopped": started,
+        "motions started and stopped": motions.started,
+        "longest motion in seconds": round(motions.longest, 2),
+        "cables pulled while driving": pulled,
         "kept on purpose": dict(zip(("notices", "switches", "minimises"), samples[-1][4:])),
         "growth": {"KiB": difference.kibibytes, "KiB allowed": round(allowed),
                    "open files": difference.handles, "threads": difference.threads},
         "done": dict(done.most_common()),
         "samples": samples,
-    }, complaints(samples)
+    }, complaints(samples, motions)
 
 
 def seconds_of_each_life(minutes):
