@@ -31,19 +31,20 @@ def main():
     os.environ["PTZ_BIN_DIR"] = str(options.bin.resolve())
 
     begin = time.monotonic()
-    chapters = take_all()
+    chapters, left_out = take_all()
     summary = report.Summary(sum(len(steps) for _, steps in CHAPTERS), time.monotonic() - begin,
-                             chapters)
+                             chapters, left_out)
     if sys.stdout.isatty():
         print("\r\033[K", end="")
     report.write(options.report, summary)
     print(summary.text)
     print(f"The report of the tour is {(options.report / 'report.html').resolve()}")
-    return 1 if summary.failed else 0
+    return 0 if summary.passed else 1
 
 
 def take_all():
-    """Takes the steps up to the first that fails, chapter by chapter."""
+    """Takes the steps up to the first that fails, chapter by chapter. Returns them, and the controls
+    that they should not have left out."""
     number = 0
     chapters = []
     with Guide() as guide:
@@ -55,8 +56,8 @@ def take_all():
                 chapters[-1][1].append(taken)
                 tell(title, taken)
                 if taken.failure:
-                    return chapters
-    return chapters
+                    return chapters, []
+        return chapters, guide.left_out()
 
 
 def tell(chapter, taken):

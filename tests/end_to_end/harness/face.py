@@ -67,5 +67,9 @@ MISSING_CAMERA_NOTICE = {"btn_ok": Rectangle(124, 144, 80, 23)}
 BUTTONS = [name for name in CONTROLS if name.startswith("btn_")]
 
 
+OPERATED = [name for name in CONTROLS if not name.startswith("v_")]
+"""All but the boxes that show values."""
+
+
 def centre(rectangle):
     return rectangle.x + rectangle.width // 2, rectangle.y + rectangle.height // 2

@@ -57,6 +57,8 @@ class Panel:
             [binary("virtual-camera"), *options, "--", *through, binary("ptz-panel")],
             dict(desktop.environment, **(environment or {})), log=self._folder / "output")
         self.process_id = None
+        self.touched = set()
+        """The controls that were used."""
 
     def __enter__(self):
         try:
@@ -159,7 +161,8 @@ class Panel:
         return place.x + x, place.y + y
 
     def middle_of(self, control):
-        """The place on the screen of the control's middle."""
+        """The place on the screen of the control's middle, where it is about to be used."""
+        self.touched.add(control)
         return self.on_screen(*face.centre(face.CONTROLS[control]))
 
     def click(self, control):

@@ -54,6 +54,7 @@ def lens(slider, by):
     """Takes a lens slider at its rest and holds it so many pixels lower."""
     def run(guide):
         rest = face.CONTROLS[slider].y + 65
+        guide.panel.touched.add(slider)
         x, y = guide.panel.on_screen(face.centre(face.CONTROLS[slider])[0], rest)
         with guide.desktop.mouse.held(x, y) as mouse:
             mouse.move_to(x, y + by)
@@ -72,6 +73,7 @@ def setting(name, way):
                             for code in ("GET_MIN", "GET_MAX", "GET_CUR"))
         groove = face.CONTROLS[f"slider_{name}"]
         along = (value - low) * (groove.width - handle_width) // (high - low)
+        panel.touched.add(f"slider_{name}")
         x, y = panel.on_screen(groove.x + handle_width // 2 + along, groove.y + groove.height // 2)
         with guide.desktop.mouse.held(x, y) as mouse:
             mouse.move_to(x + way * groove.width, y)

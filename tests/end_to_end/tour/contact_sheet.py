@@ -23,7 +23,7 @@ def contact_sheet(summary):
     sheet = Image.new("RGB", (_WIDTH, top + len(rows) * _ROW_HEIGHT), _BACKGROUND)
     draw = ImageDraw.Draw(sheet)
     draw.text((_MARGIN, _MARGIN), "Tour of the PTZ panel", _TITLE, _font("Bold", 34))
-    draw.text((_MARGIN, _MARGIN + 48), summary.text, _FAILED if summary.failed else _PASSED,
+    draw.text((_MARGIN, _MARGIN + 48), summary.text, _PASSED if summary.passed else _FAILED,
               _font("Regular", 20))
     for row, cells_of_row in enumerate(rows):
         x, y = _MARGIN, top + row * _ROW_HEIGHT

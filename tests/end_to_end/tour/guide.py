@@ -42,6 +42,7 @@ class Guide:
         self._window_manager = None
         self._first_line = 0
         self._has_ended = False
+        self._touched = set()
         self.desktop = None
         self.panel = None
 
@@ -56,6 +57,7 @@ class Guide:
 
     def start(self, devices, window_manager):
         """Starts a panel in place of the last one, and a desktop if it is to be another one."""
+        self._note_touched()
         self._panel_ends.close()
         self._has_ended = False
         self._first_line = 0
@@ -74,6 +76,15 @@ class Guide:
         code = self.panel.ended()
         self._has_ended = True
         assert code == 0, f"the panel's exit code is {code}"
+
+    def left_out(self):
+        """The controls that no panel was operated by."""
+        self._note_touched()
+        return sorted(set(face.OPERATED) - self._touched)
+
+    def _note_touched(self):
+        if self.panel:
+            self._touched |= self.panel.touched
 
     # Taking a step.
 

@@ -23,11 +23,12 @@ _REQUEST = re.compile(r"[\d.]+ (?P<camera>cam\d+) (?P<words>[^\[]*)"
 
 @dataclass
 class Summary:
-    """What is to be told of a tour: how many steps it has, how long it took, and the chapters, each
-    a title with the steps that were taken."""
+    """What is to be told of a tour: how many steps it has, how long it took, the chapters, each a
+    title with the steps that were taken, and the controls that were left out."""
     steps: int
     seconds: float
     chapters: list
+    left_out: list
 
     @property
     def taken(self):
@@ -38,11 +39,17 @@ class Summary:
         return [step for step in self.taken if step.failure]
 
     @property
+    def passed(self):
+        return not self.failed and not self.left_out
+
+    @property
     def text(self):
         requests = sum(len(step.held) + len(step.released) for step in self.taken)
         if self.failed:
             return f"{len(self.taken) - 1} of {self.steps} steps went as expected; " \
                    f"step {self.failed[0].number} did not. {self.seconds:.0f} seconds."
+        if self.left_out:
+            return f"No step used {', '.join(self.left_out)}. {self.seconds:.0f} seconds."
         return f"All {self.steps} steps went as expected; the cameras received {requests} " \
                f"requests. {self.seconds:.0f} seconds."
 
@@ -64,7 +71,7 @@ def _picture_name(step):
 
 
 def _page(summary):
-    verdict = "failed" if summary.failed else "passed"
+    verdict = "passed" if summary.passed else "failed"
     failures = "".join(f'<p class="failed"><a href="#step{step.number}">Step {step.number}</a>: '
                        f"{html.escape(step.failure)}</p>\n" for step in summary.failed)
     chapters = "\n".join(_chapter(title, steps) for title, steps in summary.chapters)
