@@ -14,6 +14,7 @@ import pytest
 
 from calls import calls_on_the_dead, noted_calls, stopped_axes
 from harness import face, requests
+from harness.motions import Motions
 from harness.pictures import shows
 from harness.waiting import wait_for
 
@@ -170,7 +171,8 @@ class Drill:
 
     def moving(self, camera=1):
         """The controls that the camera was last told to move."""
-        return moving_axes([line for line in self.panel.log.lines() if line.camera == camera])
+        return [control for number, control in Motions().follow(self.panel.log.lines())
+                if number == camera]
 
     def calls(self):
         """What the panel asked of libuvc."""
@@ -244,36 +246,6 @@ def thread_names(folder):
                 open(f"{folder}/task/{thread}/comm", encoding="ascii") as name:
             names.append(name.read().strip())
     return names
-
-
-_DIRECTION_BYTES = {"pantilt_relative": (0, 2), "zoom_relative": (0,), "focus_relative": (0,)}
-
-
-def is_motion(line):
-    """Whether the camera took this for a start or a stop."""
-    return line.what == "SET_CUR" and line.result == "ok" and line.control in _DIRECTION_BYTES
-
-
-def is_start(line):
-    data = bytes.fromhex(line.data)
-    return is_motion(line) and any(data[place] for place in _DIRECTION_BYTES[line.control])
-
-
-def moving_axes(lines):
-    """The controls that were last told to move. A camera that is unplugged stops by itself."""
-    moving = set()
-    plugged = True
-    for line in lines:
-        if line.what in ("UNPLUG", "REPLUG"):
-            plugged = line.what == "REPLUG"
-            moving.clear()
-        # What was on its way when the cable was pulled may be noted after that.
-        if not plugged or not is_motion(line):
-            continue
-        moving.discard(line.control)
-        if is_start(line):
-            moving.add(line.control)
-    return sorted(moving)
 
 
 def lens_rest(control):

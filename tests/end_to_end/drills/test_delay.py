@@ -6,8 +6,9 @@
 import contextlib
 import signal
 
-from drill import Row, drill_rows, is_start
+from drill import Row, drill_rows
 from harness import requests
+from harness.motions import is_start
 from holds import MOTIONS, key, settings_slider
 
 LATE = 3

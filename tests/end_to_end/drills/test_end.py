@@ -9,7 +9,7 @@ import signal
 from Xlib import error
 
 from drill import Row, drill_rows
-from holds import MOMENTS, MOTIONS, idle
+from holds import MOMENTS
 
 LETS_GO = "ends with {}; nothing moves on"
 HANGS = "delay 1 3600000"

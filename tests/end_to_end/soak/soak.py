@@ -20,8 +20,9 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
 
 # pylint: disable=wrong-import-position
-from figures import Motions, complaints, growth, measure
+from figures import complaints, growth, measure
 from harness.desktop import Desktop
+from harness.motions import Motions
 from harness.panel import Panel
 from harness.waiting import wait_for
 from restless import CAMERAS, Operator
