@@ -26,7 +26,6 @@ class Operator:
         self.mouse, self.keyboard = panel.desktop.mouse, panel.desktop.keyboard
         self.settings_open = self.manual_focus = False
         self.kept = {"notices": 0, "switches": 0, "minimises": 0}
-        self.pulled_while_driven = 0
         self._coming_and_going = {}
         """Whether they are plugged in, of the cameras that were pulled once."""
         self._corner = None
@@ -157,6 +156,10 @@ class Operator:
         self.panel.cameras.tell(f"{'unplug' if plugged else 'replug'} {camera}")
         self._coming_and_going[camera] = not plugged
 
+    @property
+    def pulled_while_driven(self):
+        return len(self._coming_and_going)
+
     def _pull_cable_while_driving(self):
         """From then on the camera cannot be opened any more, so this is done once to each."""
         camera = PULLED[len(self._coming_and_going)]
@@ -167,7 +170,6 @@ class Operator:
             wait_for(lambda: self.panel.log.settings(start), "the camera to be driven")
             self.panel.cameras.tell(f"unplug {camera}")
         self._coming_and_going[camera] = False
-        self.pulled_while_driven += 1
 
     def slow_camera_down(self):
         camera = self.random.randint(1, CAMERAS - 1)
