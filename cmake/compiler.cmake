@@ -1,18 +1,31 @@
 # Copyright (c) 2026 The PTZ panel developers
 # SPDX-License-Identifier: MIT
 
-# Linked by every target of ours: the warnings that the project keeps clean, and the repository
-# root as include directory.
-add_library(ptz_warnings INTERFACE)
-target_include_directories(ptz_warnings INTERFACE ${PROJECT_SOURCE_DIR})
+# The warnings that the project keeps clean.
+add_library(ptz_flags INTERFACE)
 if(MSVC)
-  target_compile_options(ptz_warnings INTERFACE /W4 /utf-8)
+  target_compile_options(ptz_flags INTERFACE /W4 /utf-8)
 else()
-  target_compile_options(ptz_warnings INTERFACE
+  target_compile_options(ptz_flags INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
     -Woverloaded-virtual -Wformat=2 -Wsuggest-override
     $<$<BOOL:${PTZ_WARNINGS_AS_ERRORS}>:-Werror>)
 endif()
+
+# The same for what may include any header of the repository, such as tests.
+add_library(ptz_warnings INTERFACE)
+target_link_libraries(ptz_warnings INTERFACE ptz_flags)
+target_include_directories(ptz_warnings INTERFACE ${PROJECT_SOURCE_DIR})
+
+# ptz_layer(<folder>): the target of that name is a layer of the panel. It sees the headers of its
+# own folder and of the layers that it links; to include any other does not compile.
+function(ptz_layer folder)
+  set(view ${CMAKE_BINARY_DIR}/layers/${folder})
+  file(MAKE_DIRECTORY ${view})
+  file(CREATE_LINK ${PROJECT_SOURCE_DIR}/${folder} ${view}/${folder} SYMBOLIC)
+  target_include_directories(${folder} PUBLIC ${view})
+  target_link_libraries(${folder} PRIVATE ptz_flags)
+endfunction()
 
 if(PTZ_SANITIZE)
   # vptr is left out: it needs the type information of Qt's private classes. A report needs lines,

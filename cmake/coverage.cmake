@@ -3,4 +3,4 @@
 
 # Stands in for the C library's raise in every program that has the panel in it.
 add_library(coverage_at_signal STATIC ${CMAKE_CURRENT_LIST_DIR}/coverage_at_signal.cpp)
-target_link_libraries(panel PUBLIC coverage_at_signal)
+target_link_libraries(desktop PUBLIC coverage_at_signal)

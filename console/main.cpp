@@ -3,25 +3,25 @@
 
 #include <QApplication>
 
-#include "console/accessible_choices.h"
-#include "console/accessible_sliders.h"
-#include "console/desktop_fit.h"
-#include "console/hold_guard.h"
 #include "console/main_window.h"
-#include "console/slider_steps.h"
-#include "console/termination.h"
+#include "desktop/accessible_choices.h"
+#include "desktop/accessible_sliders.h"
+#include "desktop/desktop_fit.h"
+#include "desktop/hold_guard.h"
+#include "desktop/slider_steps.h"
+#include "desktop/termination.h"
 
 int main(int argc, char *argv[])
 {
-    termination::fillStandardStreams();
-    desktop_fit::prepare();
+    desktop::fillStandardStreams();
+    desktop::prepare();
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
     QApplication application(argc, argv);
-    accessible_sliders::install();
+    desktop::installAccessibleSliders();
     MainWindow window;
-    accessible_choices::label(window);
-    desktop_fit::fitSliders(window);
-    const desktop_fit::HoldGuard guard(window);
+    desktop::labelChoices(window);
+    desktop::fitSliders(window);
+    const desktop::HoldGuard guard(window);
     window.show();
     return QApplication::exec();
 }

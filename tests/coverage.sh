@@ -5,7 +5,7 @@ set -euo pipefail
 
 usage="Usage: tests/coverage.sh [OPTION]...
 Builds the panel so that it counts what runs, runs the tests, and reports which lines and branches
-of device/, console/ and widgets/ they reached.
+of device/, console/, desktop/ and widgets/ they reached.
 
   --build DIR     build there (default: build/coverage)
   --filter REGEX  run only the tests whose name matches

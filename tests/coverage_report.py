@@ -4,7 +4,7 @@
 
 """Adds up what the compiler counted: coverage_report.py BUILD-FOLDER TRACEFILE
 
-Prints the figures of device/, console/ and widgets/, each line that no test reached and each of
+Prints the figures of device/, console/, desktop/ and widgets/, each line that no test reached and each of
 which a branch was not taken, as Markdown. Writes the counts for gcovr, which
 makes pages of them.
 
@@ -21,7 +21,7 @@ from collections import defaultdict
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
-FOLDERS = ("console", "device", "widgets")
+FOLDERS = ("console", "desktop", "device", "widgets")
 
 # Branches that are no decision of ours, on lines that have none: whether "new" got memory, and
 # whether a pointer to a member points to a virtual one.
@@ -77,7 +77,7 @@ class File:
 
 
 def read(build):
-    """The files of the three folders."""
+    """The files of these folders."""
     files = {}
     for counts in sorted(Path(build).resolve().rglob("*.gcda")):
         for entry in gcov(counts):

@@ -11,8 +11,8 @@ from collections import namedtuple
 Variant = namedtuple("Variant", "name meaning file old new drills")
 
 EDGE = "device/uvc_edge.h"
-HOLDS = "console/hold_guard.cpp"
-END = "console/termination.cpp"
+HOLDS = "desktop/hold_guard.cpp"
+END = "desktop/termination.cpp"
 
 PROTECTIONS = [
     Variant("open-handles", "requests go to cameras that are not open, too", EDGE,
@@ -43,7 +43,7 @@ PROTECTIONS = [
             "device/usb_image_properties.cpp", "    Value value = 0;\n", "    Value value = 90;\n",
             "answers"),
     Variant("hold-guard", "nothing that is held is let go", "console/main.cpp",
-            "    const desktop_fit::HoldGuard guard(window);\n", "", "hands end delay"),
+            "    const desktop::HoldGuard guard(window);\n", "", "hands end delay"),
     # Either of the two is enough in most cases.
     Variant("lost-keyboard", "keys stay held when the keyboard is lost", HOLDS,
             ("        if (watched == &window)\n            releaseKeys();",
@@ -79,7 +79,7 @@ PROTECTIONS = [
     Variant("late-repeats", "repeats of a key act however late they come", HOLDS,
             "if (isOverdue(*static_cast<QKeyEvent *>(event)))", "if (false)", "delay hands"),
     Variant("signals", "signals end the panel at once", HOLDS,
-            "    termination::onSignal(this, [this] { releaseAll(); });\n", "", "end delay"),
+            "    onSignal(this, [this] { releaseAll(); });\n", "", "end delay"),
     Variant("deaf-signals", "signals are not heard", END,
             "        action.sa_handler = writeSignal;", "        action.sa_handler = SIG_IGN;",
             "end desktop"),
@@ -88,7 +88,7 @@ PROTECTIONS = [
     Variant("short-grace", "a slow camera has three seconds to be stopped", END,
             "graceSeconds = 10", "graceSeconds = 3", "delay"),
     Variant("streams", "closed standard streams stay closed", "console/main.cpp",
-            "    termination::fillStandardStreams();\n", "", "end"),
+            "    desktop::fillStandardStreams();\n", "", "end"),
     Variant("pipe", "an output that nobody reads is deadly", END,
             "    std::signal(SIGPIPE, SIG_IGN);\n", "", "end"),
     Variant("quit-on-close", "the last notice ends the program", "widgets/notice_window.cpp",

@@ -8,8 +8,8 @@
 #include <QTimer>
 #include <QWheelEvent>
 
-#include "console/accessible_sliders.h"
-#include "console/slider_steps.h"
+#include "desktop/accessible_sliders.h"
+#include "desktop/slider_steps.h"
 #include "tests/console/image_settings_fixture.h"
 #include "tests/console/slider_mouse.h"
 
@@ -20,13 +20,13 @@ class SliderSteps : public SettingsTest
 protected:
     void startFitted(int cameras)
     {
-        static const bool installed = (accessible_sliders::install(), true);
+        static const bool installed = (desktop::installAccessibleSliders(), true);
         Q_UNUSED(installed)
         if (cameras > 0)
             startOnRanges(cameras);
         else
             start(0);
-        desktop_fit::fitSliders(*window);
+        desktop::fitSliders(*window);
     }
 
     static void step(QSlider *slider, bool up)

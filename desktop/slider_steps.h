@@ -5,7 +5,7 @@
 
 class QWidget;
 
-namespace desktop_fit {
+namespace desktop {
 
 /// Makes the sliders of `window` mean what they show when an assistive program moves them, which
 /// does not hold them as a mouse does. Call once, after the form is built.
@@ -19,4 +19,4 @@ void fitSliders(QWidget &window);
 /// Lets go at once of every lens slider that is still to be let go after a step.
 void letGoOfSteps(QWidget &window);
 
-} // namespace desktop_fit
+} // namespace desktop

@@ -1,12 +1,12 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-#include "console/accessible_sliders.h"
+#include "desktop/accessible_sliders.h"
 
 #include <QAccessibleWidget>
 #include <QSlider>
 
-namespace accessible_sliders {
+namespace desktop {
 
 namespace {
 
@@ -51,6 +51,6 @@ QAccessibleInterface *makeInterface(const QString &, QObject *object)
 
 } // namespace
 
-void install() { QAccessible::installFactory(makeInterface); }
+void installAccessibleSliders() { QAccessible::installFactory(makeInterface); }
 
-} // namespace accessible_sliders
+} // namespace desktop

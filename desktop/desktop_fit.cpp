@@ -1,7 +1,7 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-#include "console/desktop_fit.h"
+#include "desktop/desktop_fit.h"
 
 #include <QByteArray>
 
@@ -9,7 +9,7 @@
 #include <xcb/xcb.h>
 #endif
 
-namespace desktop_fit {
+namespace desktop {
 
 namespace {
 
@@ -41,4 +41,4 @@ void prepare()
         qputenv("QT_QPA_PLATFORM", "xcb");
 }
 
-} // namespace desktop_fit
+} // namespace desktop

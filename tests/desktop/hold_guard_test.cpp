@@ -3,7 +3,7 @@
 
 // What is held is let go, in whatever way its end comes.
 
-#include "console/hold_guard.h"
+#include "desktop/hold_guard.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -15,7 +15,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "console/slider_steps.h"
+#include "desktop/slider_steps.h"
 #include "tests/console/panel_fixture.h"
 #include "tests/console/slider_mouse.h"
 #include "widgets/rocker_handle.h"
@@ -36,7 +36,7 @@ protected:
     Hold()
     {
         start(2);
-        guard = std::make_unique<desktop_fit::HoldGuard>(*window);
+        guard = std::make_unique<desktop::HoldGuard>(*window);
     }
 
     void send(QEvent::Type type, int key, bool repeated = false, quint32 place = 0)
@@ -76,7 +76,7 @@ protected:
         QCoreApplication::sendEvent(window.get(), &event);
     }
 
-    std::unique_ptr<desktop_fit::HoldGuard> guard;
+    std::unique_ptr<desktop::HoldGuard> guard;
 };
 
 // Keys
@@ -353,7 +353,7 @@ TEST_F(Hold, SecondMouseButtonDoesNotHideTheFirst)
 
 TEST_F(Hold, SteppedLensIsLetGoAtOnceWhenTheWindowIsHidden)
 {
-    desktop_fit::fitSliders(*window);
+    desktop::fitSliders(*window);
     form().slider_zoom->triggerAction(QSlider::SliderSingleStepAdd);
     EXPECT_EQ(sent(), Requests{ tele });
     window->hide();

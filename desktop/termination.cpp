@@ -1,7 +1,7 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-#include "console/termination.h"
+#include "desktop/termination.h"
 
 #include <QtGlobal>
 
@@ -17,7 +17,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace termination {
+namespace desktop {
 
 namespace {
 
@@ -100,16 +100,16 @@ void onSignal(QObject *context, std::function<void()> last)
     }
 }
 
-} // namespace termination
+} // namespace desktop
 
 #else
 
-namespace termination {
+namespace desktop {
 
 void fillStandardStreams() { }
 
 void onSignal(QObject * /*context*/, std::function<void()> /*last*/) { }
 
-} // namespace termination
+} // namespace desktop
 
 #endif

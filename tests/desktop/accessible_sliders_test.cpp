@@ -3,7 +3,7 @@
 
 // What a screen reader is told of a slider, and what it may do with it.
 
-#include "console/accessible_sliders.h"
+#include "desktop/accessible_sliders.h"
 
 #include <QAccessible>
 #include <QPushButton>
@@ -19,7 +19,7 @@ class AccessibleSliders : public testing::Test
 protected:
     AccessibleSliders()
     {
-        accessible_sliders::install();
+        desktop::installAccessibleSliders();
         slider.setRange(10, 90);
         slider.setSingleStep(5);
         slider.setValue(45);

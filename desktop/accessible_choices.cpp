@@ -1,14 +1,14 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-#include "console/accessible_choices.h"
+#include "desktop/accessible_choices.h"
 
 #include <QComboBox>
 #include <QLabel>
 
-namespace accessible_choices {
+namespace desktop {
 
-void label(QWidget &window)
+void labelChoices(QWidget &window)
 {
     const auto choices = window.findChildren<QComboBox *>();
     for (QComboBox *const choice : choices) {
@@ -18,4 +18,4 @@ void label(QWidget &window)
     }
 }
 
-} // namespace accessible_choices
+} // namespace desktop

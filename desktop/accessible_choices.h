@@ -5,12 +5,12 @@
 
 class QWidget;
 
-namespace accessible_choices {
+namespace desktop {
 
 /// Gives each combo box of `window` a label that is never shown, with the accessible name of the
 /// combo box for its text. On X11 and Wayland the toolkit tells screen readers a combo box's choice
 /// for its name, and leaves it to a label to say what is chosen. Call once, after the form is
 /// built.
-void label(QWidget &window);
+void labelChoices(QWidget &window);
 
-} // namespace accessible_choices
+} // namespace desktop

@@ -3,7 +3,7 @@
 
 // What a screen reader is told that a choice is about.
 
-#include "console/accessible_choices.h"
+#include "desktop/accessible_choices.h"
 
 #include <QAccessible>
 #include <QComboBox>
@@ -18,7 +18,7 @@ TEST(AccessibleChoices, AreLabelledByTheirAccessibleName)
     auto *const choice = new QComboBox(&window);
     choice->addItems({ "OFF", "50HZ" });
     choice->setAccessibleName("Anti-flicker");
-    accessible_choices::label(window);
+    desktop::labelChoices(window);
     window.show();
 
     const auto labels =

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-#include "console/key_repeat.h"
+#include "desktop/key_repeat.h"
 
 #ifdef PTZ_HAVE_XKB
 
@@ -10,7 +10,7 @@
 // Last, because it defines words such as None and KeyPress.
 #include <X11/XKBlib.h>
 
-namespace key_repeat {
+namespace desktop {
 
 bool withoutReleases()
 {
@@ -23,16 +23,16 @@ std::uint32_t serverTime()
     return QX11Info::isPlatformX11() ? static_cast<std::uint32_t>(QX11Info::getTimestamp()) : 0;
 }
 
-} // namespace key_repeat
+} // namespace desktop
 
 #else
 
-namespace key_repeat {
+namespace desktop {
 
 bool withoutReleases() { return false; }
 
 std::uint32_t serverTime() { return 0; }
 
-} // namespace key_repeat
+} // namespace desktop
 
 #endif

@@ -3,7 +3,7 @@
 
 // What the application is started with, so that the desktop fits.
 
-#include "console/desktop_fit.h"
+#include "desktop/desktop_fit.h"
 
 #include <QByteArray>
 
@@ -42,7 +42,7 @@ protected:
 
 TEST_F(Prepare, SetsTheResolutionToSeventyTwo)
 {
-    desktop_fit::prepare();
+    desktop::prepare();
     EXPECT_EQ(qgetenv("QT_FONT_DPI"), "72");
     EXPECT_EQ(qgetenv("QT_DPI_ADJUSTMENT_POLICY"), "AdjustDpi");
 }
@@ -52,7 +52,7 @@ TEST_F(Prepare, LeavesWhatTheUserHasSet)
     qputenv("QT_FONT_DPI", "120");
     qputenv("QT_DPI_ADJUSTMENT_POLICY", "DontAdjustDpi");
     qputenv("QT_QPA_PLATFORM", "wayland");
-    desktop_fit::prepare();
+    desktop::prepare();
     EXPECT_EQ(qgetenv("QT_FONT_DPI"), "120");
     EXPECT_EQ(qgetenv("QT_DPI_ADJUSTMENT_POLICY"), "DontAdjustDpi");
     EXPECT_EQ(qgetenv("QT_QPA_PLATFORM"), "wayland");
@@ -61,7 +61,7 @@ TEST_F(Prepare, LeavesWhatTheUserHasSet)
 TEST_F(Prepare, LeavesAnEmptySettingToo)
 {
     qputenv("QT_DPI_ADJUSTMENT_POLICY", "");
-    desktop_fit::prepare();
+    desktop::prepare();
     EXPECT_EQ(qgetenv("QT_DPI_ADJUSTMENT_POLICY"), "");
     EXPECT_EQ(qgetenv("QT_FONT_DPI"), "72");
 }
@@ -70,7 +70,7 @@ TEST_F(Prepare, WithoutAnXServerLeavesThePlatformToTheToolkit)
 {
     for (const char *display : { "", ":4711" }) {
         qputenv("DISPLAY", display);
-        desktop_fit::prepare();
+        desktop::prepare();
         EXPECT_FALSE(qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) << display;
     }
 }

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-#include "console/hold_guard.h"
+#include "desktop/hold_guard.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -12,11 +12,11 @@
 
 #include <cstdlib>
 
-#include "console/key_repeat.h"
-#include "console/slider_steps.h"
-#include "console/termination.h"
+#include "desktop/key_repeat.h"
+#include "desktop/slider_steps.h"
+#include "desktop/termination.h"
 
-namespace desktop_fit {
+namespace desktop {
 
 namespace {
 
@@ -50,12 +50,12 @@ HoldGuard::HoldGuard(QWidget &guarded) : window(guarded)
     static const int registered = std::atexit(releaseAtExit);
     Q_UNUSED(registered)
     activeGuard = this;
-    releasesAreReal = key_repeat::withoutReleases();
+    releasesAreReal = withoutReleases();
     clock.start();
-    if (const quint32 now = key_repeat::serverTime())
+    if (const quint32 now = serverTime())
         noteTime(now);
     QCoreApplication::instance()->installEventFilter(this);
-    termination::onSignal(this, [this] { releaseAll(); });
+    onSignal(this, [this] { releaseAll(); });
     // Before the click does its work: a stop that came later would go to the other camera.
     const auto cameraButtons =
         window.findChildren<QPushButton *>(QRegularExpression(QStringLiteral("^btn_cam")));
@@ -218,4 +218,4 @@ void HoldGuard::releaseAll()
     letGoOfSteps(window);
 }
 
-} // namespace desktop_fit
+} // namespace desktop

@@ -12,9 +12,9 @@
 #include <cstring>
 
 #include "console/console_state.h"
-#include "console/desktop_fit.h"
-#include "console/hold_guard.h"
 #include "console/main_window.h"
+#include "desktop/desktop_fit.h"
+#include "desktop/hold_guard.h"
 
 namespace {
 
@@ -29,10 +29,10 @@ void hold(MainWindow *window)
 int main(int argc, char *argv[])
 {
     const bool left = argc > 1 && std::strcmp(argv[1], "left") == 0;
-    desktop_fit::prepare();
+    desktop::prepare();
     QApplication application(argc, argv);
     MainWindow window;
-    const desktop_fit::HoldGuard guard(window);
+    const desktop::HoldGuard guard(window);
     window.show();
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, &window, [&] {

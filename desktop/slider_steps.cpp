@@ -1,14 +1,14 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-#include "console/slider_steps.h"
+#include "desktop/slider_steps.h"
 
 #include <QSlider>
 #include <QTimer>
 
 #include <chrono>
 
-namespace desktop_fit {
+namespace desktop {
 
 namespace {
 
@@ -74,4 +74,4 @@ void letGoOfSteps(QWidget &window)
     }
 }
 
-} // namespace desktop_fit
+} // namespace desktop

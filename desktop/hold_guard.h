@@ -14,7 +14,7 @@
 class QKeyEvent;
 class QMouseEvent;
 
-namespace desktop_fit {
+namespace desktop {
 
 /// Sees to it that what the user starts by holding something stops when it is let go, however that
 /// happens, and gives the window the keyboard.
@@ -79,4 +79,4 @@ private:
     Qt::MouseButton pressedButton = Qt::NoButton;
 };
 
-} // namespace desktop_fit
+} // namespace desktop

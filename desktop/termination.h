@@ -7,7 +7,7 @@
 
 class QObject;
 
-namespace termination {
+namespace desktop {
 
 /// Opens whatever of standard input, output and error is closed to nowhere. Otherwise the next file
 /// takes its number, and what is meant for the standard output is written to the X server or to a
@@ -22,4 +22,4 @@ void fillStandardStreams();
 /// harmless instead of deadly. Does nothing where there are no such signals.
 void onSignal(QObject *context, std::function<void()> last);
 
-} // namespace termination
+} // namespace desktop

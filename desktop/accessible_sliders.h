@@ -4,7 +4,7 @@
 // Sliders as screen readers and other assistive programs see them.
 #pragma once
 
-namespace accessible_sliders {
+namespace desktop {
 
 /// Makes a slider that is moved by an assistive program move as by a step of its user. The
 /// toolkit's own way changes its value behind everyone's back: a lens would start and never be let
@@ -13,6 +13,6 @@ namespace accessible_sliders {
 ///
 /// Call after the application object is made and before the first slider is. What a step does is
 /// told in slider_steps.h.
-void install();
+void installAccessibleSliders();
 
-} // namespace accessible_sliders
+} // namespace desktop

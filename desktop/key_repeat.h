@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-namespace key_repeat {
+namespace desktop {
 
 /// Has the X server send a held key as press, press, press, and one release at the end. By itself
 /// it sends a release before each repeated press, and the toolkit tells such a release from a real
@@ -20,4 +20,4 @@ bool withoutReleases();
 /// Asks the X server and waits for the answer.
 std::uint32_t serverTime();
 
-} // namespace key_repeat
+} // namespace desktop
