@@ -32,6 +32,13 @@ CameraDescription::CameraDescription()
     range(Control::PowerLineFrequency) = { 0, 2, 1, 1, 1 };
 }
 
+bool CameraDescription::supports(Control control) const
+{
+    const bool hasUnit =
+        traits(control).entity == cameraTerminal ? hasCameraTerminal : hasProcessingUnit;
+    return hasUnit && supported[indexOf(control)];
+}
+
 std::optional<std::int64_t> parseNumber(std::string_view text)
 {
     const bool negative = !text.empty() && text.front() == '-';
@@ -85,12 +92,16 @@ Problem setId(std::uint16_t &id, std::string_view text)
     return std::nullopt;
 }
 
-Problem dropControl(CameraDescription &description, std::string_view name)
+Problem drop(CameraDescription &description, std::string_view name)
 {
-    const ControlTraits *control = findControl(name);
-    if (control == nullptr)
-        return "no control is called '" + std::string(name) + "'";
-    description.supported[indexOf(control->control)] = false;
+    if (name == "camera_terminal")
+        description.hasCameraTerminal = false;
+    else if (name == "processing_unit")
+        description.hasProcessingUnit = false;
+    else if (const ControlTraits *control = findControl(name))
+        description.supported[indexOf(control->control)] = false;
+    else
+        return "no control or unit is called '" + std::string(name) + "'";
     return std::nullopt;
 }
 
@@ -126,7 +137,7 @@ std::optional<std::string> applyOption(
     else if (key == "product-id")
         return setId(description.productId, value);
     else if (key == "without")
-        return dropControl(description, value);
+        return drop(description, value);
     else
         return setControlRange(description, key, value);
     return std::nullopt;

@@ -41,10 +41,14 @@ struct CameraDescription
     Range tilt;
     // A control that is not supported is not announced, and every request to it stalls.
     std::array<bool, controlCount> supported;
+    // A capture stick has a connector in place of the camera terminal, and a simple camera may come
+    // without a processing unit. The unit's controls go with it.
+    bool hasCameraTerminal = true;
+    bool hasProcessingUnit = true;
 
     Range &range(Control control) { return ranges[indexOf(control)]; }
     const Range &range(Control control) const { return ranges[indexOf(control)]; }
-    bool supports(Control control) const { return supported[indexOf(control)]; }
+    bool supports(Control control) const;
 };
 
 // Changes the description as one option says, for example key "product", value "Big hall", or

@@ -233,7 +233,8 @@ Options:
                           product, manufacturer, serial   text; an empty one is left out
                           vendor-id, product-id           a number, or 0x...
                           pan, tilt, and controls         MIN:MAX:DEFAULT:CURRENT[:STEP]
-                          without                         a control that the camera lacks
+                          without                         a control that the camera lacks, or all of
+                                                          camera_terminal or processing_unit
   --log FILE            write each request to FILE as it is answered; - is standard output
   --control SOCKET      take control commands at this Unix socket while COMMAND runs
   --at-start COMMAND    carry out a control command before COMMAND starts; may be repeated

@@ -94,19 +94,30 @@ std::int64_t announcedControls(const CameraDescription &description, std::uint8_
     return bits;
 }
 
-W controlInterfaceDescriptors(const CameraDescription &description, std::int64_t name)
+W unitDescriptors(const CameraDescription &description)
 {
     W units;
-    units.add(classInterface, // camera terminal
-        { W::u8(2), W::u8(cameraTerminal), W::u16(0x0201), W::u8(0), W::u8(0), W::u16(0), W::u16(0),
-            W::u16(0), W::u8(3), W::u24(announcedControls(description, cameraTerminal)) });
-    units.add(classInterface, // processing unit
-        { W::u8(5), W::u8(processingUnit), W::u8(cameraTerminal), W::u16(0), W::u8(2),
-            W::u16(announcedControls(description, processingUnit)), W::u8(0), W::u8(0) });
+    if (description.hasCameraTerminal)
+        units.add(classInterface,
+            { W::u8(2), W::u8(cameraTerminal), W::u16(0x0201), W::u8(0), W::u8(0), W::u16(0),
+                W::u16(0), W::u16(0), W::u8(3),
+                W::u24(announcedControls(description, cameraTerminal)) });
+    else
+        units.add(classInterface, // composite video connector
+            { W::u8(2), W::u8(cameraTerminal), W::u16(0x0401), W::u8(0), W::u8(0) });
+    if (description.hasProcessingUnit)
+        units.add(classInterface,
+            { W::u8(5), W::u8(processingUnit), W::u8(cameraTerminal), W::u16(0), W::u8(2),
+                W::u16(announcedControls(description, processingUnit)), W::u8(0), W::u8(0) });
+    const std::uint8_t source = description.hasProcessingUnit ? processingUnit : cameraTerminal;
     units.add(classInterface, // output terminal
-        { W::u8(3), W::u8(outputTerminal), W::u16(0x0101), W::u8(0), W::u8(processingUnit),
-            W::u8(0) });
+        { W::u8(3), W::u8(outputTerminal), W::u16(0x0101), W::u8(0), W::u8(source), W::u8(0) });
+    return units;
+}
 
+W controlInterfaceDescriptors(const CameraDescription &description, std::int64_t name)
+{
+    const W units = unitDescriptors(description);
     constexpr std::int64_t headerSize = 13;
     W all;
     all.add(interfaceType,

@@ -27,7 +27,8 @@ auto rest(const CameraState &state)
 auto identity(const CameraDescription &description)
 {
     return std::tie(description.vendorId, description.productId, description.deviceRelease,
-        description.manufacturer, description.product, description.serial, description.supported);
+        description.manufacturer, description.product, description.serial, description.supported,
+        description.hasCameraTerminal, description.hasProcessingUnit);
 }
 
 } // namespace

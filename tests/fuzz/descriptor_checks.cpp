@@ -29,18 +29,16 @@ std::vector<Bytes> walk(const Bytes &all)
     return single;
 }
 
-// The controls announced at the end of the unit that has this subtype, from the given byte on.
+// The controls announced at the end of the unit that has this subtype, from the given byte on; none
+// by a unit that is missing and by a connector, which is shorter.
 std::uint64_t announced(
     const std::vector<Bytes> &descriptors, std::uint8_t subtype, std::size_t at, std::size_t size)
 {
     // The streaming interface behind it counts its own subtypes.
     for (const Bytes &one : descriptors) {
-        if (one[1] == classInterface && one[2] == subtype) {
-            expect(one.size() >= at + size, "a unit has room for its controls");
+        if (one[1] == classInterface && one[2] == subtype && one.size() >= at + size)
             return readUnsigned(&one[at], size);
-        }
     }
-    expect(false, "a camera has every unit");
     return 0;
 }
 

@@ -7,6 +7,7 @@
 #include "virtual_camera/device_description.h"
 #include "virtual_camera/usb_device.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 
 using namespace virtual_camera;
@@ -91,6 +92,34 @@ TEST(Descriptors, AnnounceOnlyTheControlsThatTheCameraHas)
         }
     }
     EXPECT_EQ(changed, 1);
+}
+
+TEST(Descriptors, LeaveOutTheUnitsThatTheCameraLacks)
+{
+    const auto lacking = [](const char *unit) {
+        CameraDescription description;
+        applyOption(description, "without", unit);
+        return describeCamera(description).configuration;
+    };
+    constexpr std::uint8_t classInterface = 0x24;
+    const auto contains = [](const Bytes &all, const Bytes &part) {
+        return std::search(all.begin(), all.end(), part.begin(), part.end()) != all.end();
+    };
+    const Bytes terminal{ 18, classInterface, 2, cameraTerminal };
+    const Bytes connector{ 8, classInterface, 2, cameraTerminal, 0x01, 0x04 };
+    const Bytes processing{ 12, classInterface, 5, processingUnit };
+
+    const Bytes stick = lacking("camera_terminal");
+    EXPECT_FALSE(contains(stick, terminal));
+    EXPECT_TRUE(contains(stick, connector));
+    EXPECT_TRUE(contains(stick, processing));
+
+    const Bytes simple = lacking("processing_unit");
+    EXPECT_TRUE(contains(simple, terminal));
+    EXPECT_FALSE(contains(simple, processing));
+    // What leaves through the output terminal comes straight from the camera.
+    EXPECT_TRUE(contains(
+        simple, { 9, classInterface, 3, outputTerminal, 0x01, 0x01, 0, cameraTerminal, 0 }));
 }
 
 TEST(UsbDevice, TellsItsDescriptorsAsFarAsIsAskedFor)

@@ -113,6 +113,11 @@ TEST(CameraOptions, ChangeTheDescription)
     EXPECT_EQ(camera.tilt.max, 3600);
     EXPECT_EQ(applyOption(camera, "without", "gamma"), std::nullopt);
     EXPECT_FALSE(camera.supports(Control::Gamma));
+    EXPECT_EQ(applyOption(camera, "without", "camera_terminal"), std::nullopt);
+    EXPECT_FALSE(camera.supports(Control::RollAbsolute));
+    EXPECT_TRUE(camera.supports(Control::Contrast));
+    EXPECT_EQ(applyOption(camera, "without", "processing_unit"), std::nullopt);
+    EXPECT_FALSE(camera.supports(Control::Contrast));
 }
 
 TEST(CameraOptions, SayWhatIsWrong)
