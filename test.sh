@@ -4,14 +4,16 @@
 set -euo pipefail
 
 usage="Usage: ./test.sh [OPTION]...
-Installs what is missing, builds everything and runs every test: as shipped, and again with
-AddressSanitizer and UndefinedBehaviorSanitizer. With CI=true compiler warnings are errors.
+Installs what is missing, builds, and runs every test: those of the built programs as shipped, the
+unit tests with AddressSanitizer and UndefinedBehaviorSanitizer. Compiler warnings are errors with
+CI=true.
 
   --filter REGEX  run only the tests whose name matches
-  --no-sanitize   only as shipped
+  --no-sanitize   run every test as shipped, none with the sanitizers
   --help          show this help
 
-The exit code is 0 when every test passed in every configuration, 2 when an option is wrong."
+The last lines name the tests that failed, needed a second try or were left out. The exit code is 0
+when every test passed, 2 when an option is wrong."
 
 complain() {
     echo "test.sh: $*" >&2
@@ -19,24 +21,33 @@ complain() {
 }
 
 sanitize=yes
-selection=(--no-tests=error)
+filter=
+left_out=()
 while [[ $# -gt 0 ]]; do
     case $1 in
         --help)
             echo "$usage"
             exit 0
             ;;
-        --no-sanitize) sanitize=no ;;
+        --no-sanitize)
+            sanitize=no
+            left_out+=("the sanitizers (--no-sanitize)")
+            ;;
         --filter)
             [[ $# -ge 2 ]] || complain "--filter needs a regular expression"
-            selection+=(-R "$2")
+            filter=$2
             shift
             ;;
-        --filter=*) selection+=(-R "${1#*=}") ;;
+        --filter=*) filter=${1#*=} ;;
         *) complain "unknown option '$1' (see ./test.sh --help)" ;;
     esac
     shift
 done
+selection=(--no-tests=ignore)
+if [[ -n $filter ]]; then
+    selection+=(-R "$filter")
+    left_out+=("tests whose names do not match '$filter' (--filter)")
+fi
 
 cd "$(dirname "${BASH_SOURCE[0]}")"
 packaging/install_packages.sh build virtual-camera virtual-display test
@@ -48,34 +59,18 @@ configure() { # PRESET
     cmake --preset "$1" -DBUILD_TESTING=ON -DPTZ_WARNINGS_AS_ERRORS=$errors >/dev/null
 }
 
-build() { # PRESET [TARGET...]
-    local targets=()
-    if [[ $# -gt 1 ]]; then targets=(--target "${@:2}"); fi
+build() { # PRESET [CMAKE_OPTION...]
     echo "== build: $*"
-    cmake --build --preset "$1" "${targets[@]}"
+    cmake --build --preset "$@"
 }
 
-run_once() { # PRESET CTEST_OPTION...
+tests() { # PRESET [CTEST_OPTION...]
     echo "== test: $*"
     # One job more than there are processors: the longest tests mostly wait.
     ctest --preset "$1" -j $(($(nproc) + 1)) "${selection[@]}" "${@:2}"
 }
 
-# The machine is so busy then that now and again an emulated bus or an X server answers too late; a
-# test that fails is tried once more, and CTest's output names it. Not so those labelled "once": what
-# they find is found by chance.
-run_tests() { # PRESET CTEST_OPTION...
-    run_once "$@" --repeat until-pass:2
-}
-
-configure release
-if [[ $sanitize == no ]]; then
-    build release
-    run_tests release
-    exit
-fi
-
-# What runs beside the rest, by name: the process group, the output in build/NAME.log.
+# What runs beside the rest, by name: the process group; the output is in build/NAME.log.
 declare -A beside=()
 end_what_runs_beside() {
     local group
@@ -84,52 +79,51 @@ end_what_runs_beside() {
 trap end_what_runs_beside EXIT
 
 run_beside() { # NAME COMMAND...
-    set -m # a process group of its own, which can be ended as a whole
+    set -m
     "${@:2}" >"build/$1.log" 2>&1 &
     beside[$1]=$!
     set +m
 }
 
-# The end of a log: CTest's summary, or what went wrong before it.
-closing_lines() { # NAME
-    echo
-    echo "== $1"
-    if grep -q '% tests passed' "build/$1.log"; then
-        sed -n '/% tests passed/,$p' "build/$1.log"
-    else
-        tail -n 20 "build/$1.log"
-    fi
+# A busy machine makes an emulated bus or an X server answer too late now and again, so a test that
+# fails is tried once more. Tests labelled "once" are randomised; a retry would hide what they find.
+tests_as_shipped() { tests release --repeat until-pass:2 -LE "$excluded" 2>&1 | tee build/release.log; }
+tests_once() { tests release -L once; }
+tests_sanitized() {
+    configure sanitize && build sanitize && tests sanitize --repeat until-pass:2 -LE release-only
 }
 
-sanitized() {
-    configure sanitize && build sanitize && run_tests sanitize -LE release-only --no-tests=ignore
-}
-
-# The soak takes by far the longest and leaves the processors time to spare, so it starts as soon
-# as there are the programs that it needs; the fuzzers need none.
-rest=(-LE once)
-if ctest --preset release -N -L once "${selection[@]}" --no-tests=ignore | grep -q 'Test *#'; then
-    build release ptz-panel virtual-camera
-    run_beside once run_once release -L once
-    rest+=(--no-tests=ignore)
+mkdir -p build
+rm -f build/{once,release,sanitize}.log
+configure release
+ctest --preset release -N "${selection[@]}" >build/every-test.log
+if [[ $sanitize == yes ]]; then
+    # Unit tests are built once, where they show most.
+    excluded='^(once|unit)$'
+    build release --target tested_programs
+    run_beside sanitize tests_sanitized
+    renice -n 5 -g "${beside[sanitize]}" >/dev/null 2>&1 || true
+else
+    excluded='^once$'
+    build release
 fi
-build release
-run_beside sanitize sanitized
-renice -n 5 -g "${beside[sanitize]}" >/dev/null 2>&1 || true
+run_beside once tests_once
 
-passed=()
 failed=()
 result() { # NAME COMMAND...
-    if "${@:2}"; then passed=("$1" "${passed[@]}"); else failed+=("$1"); fi
+    "${@:2}" || failed+=("$1")
 }
-logged_tests() { run_tests release "${rest[@]}" 2>&1 | tee build/release.log; }
-result release logged_tests
+result release tests_as_shipped
 for name in "${!beside[@]}"; do
     tail -n +1 -f -s 0.2 --pid="${beside[$name]}" "build/$name.log"
     result "$name" wait "${beside[$name]}"
     unset "beside[$name]"
 done
 
-# A failure stands last, where it is looked for.
-for name in "${passed[@]}" "${failed[@]}"; do closing_lines "$name"; done
-[[ ${#failed[@]} -eq 0 ]]
+echo
+result summary tests/summary.py build/every-test.log build/{once,release,sanitize}.log
+for reason in "${left_out[@]}"; do echo "Left out: $reason"; done
+if [[ ${#failed[@]} -gt 0 ]]; then
+    echo "FAILED: ${failed[*]}; the output is in build/<name>.log"
+    exit 1
+fi

@@ -34,5 +34,5 @@ function(ptz_add_test name)
     set(ARG_TIMEOUT 120)
   endif()
   set_tests_properties(${name} PROPERTIES
-    ENVIRONMENT "${PTZ_TEST_ENVIRONMENT}" TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}")
+    ENVIRONMENT "${PTZ_TEST_ENVIRONMENT}" TIMEOUT ${ARG_TIMEOUT} LABELS "unit;${ARG_LABELS}")
 endfunction()
