@@ -94,7 +94,7 @@ camera_out_of_reach() {
 case $mode in
     tour)
         echo "The tour takes a while; its report will be in $root/build/tour"
-        exec "$root/tests/end_to_end/tour.py" --bin "$bin" --report "$root/build/tour"
+        exec "$root/tests/end_to_end/take_tour.py" --bin "$bin" --report "$root/build/tour"
         ;;
     real)
         node=$(camera_out_of_reach)

@@ -323,7 +323,7 @@ class Running(Scripts):
 class Touring(Scripts):
     def setUp(self):
         super().setUp()
-        self.tour = os.path.join(self.root, "tests", "end_to_end", "tour.py")
+        self.tour = os.path.join(self.root, "tests", "end_to_end", "take_tour.py")
         os.makedirs(os.path.dirname(self.tour))
         # By its path a stand-in may stand anywhere.
         self.stand_in(self.tour, RECORD + 'exit "${PANEL_EXIT:-0}"')
@@ -333,8 +333,8 @@ class Touring(Scripts):
         self.assertEqual((result.returncode, result.stderr), (4, ""))
         self.assertIn(report, result.stdout)
         folder = os.path.join(self.root, "build", "release", "bin")
-        self.assertEqual(self.recorded("tour.py"), [
-            f"tour.py --bin {folder} --report {report}"])
+        self.assertEqual(self.recorded("take_tour.py"), [
+            f"take_tour.py --bin {folder} --report {report}"])
         self.assertEqual(self.recorded("virtual-camera"), [])
 
     def test_the_tour_is_played_on_demand_and_its_exit_code_comes_back(self):

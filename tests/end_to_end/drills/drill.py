@@ -27,7 +27,7 @@ SEED = int(os.environ.get("PTZ_DRILL_SEED", "1"))
 SCRIBBLE = {"MALLOC_PERTURB_": "165"}
 
 
-@dataclass
+@dataclass(eq=False)
 class Row:
     """One fault at one moment. run gets a Drill and brings the fault about; how is what the panel
     is started with."""
@@ -44,13 +44,6 @@ class Row:
     @property
     def notes_calls(self):
         return "LD_PRELOAD" not in self.how.get("environment", {})
-
-
-def drill_rows(rows):
-    """Makes one test of each row."""
-    names = [row.name for row in rows]
-    assert len(set(names)) == len(names), "two rows of the same name"
-    return pytest.mark.parametrize("row", rows, ids=names)
 
 
 class Memory(namedtuple("Memory", "kibibytes files threads")):
@@ -115,6 +108,19 @@ class Drill:
         self.up()
         self.desktop.windows.activate(self.panel.window)
         return self
+
+    def bring_back(self):
+        """Has the panel on the screen again, and its keyboard."""
+        if not self.panel.is_visible():
+            self.wait(self.panel.tray_icon, "the icon in the tray")
+            self.panel.double_click_tray_icon()
+        if not self.panel.is_visible():
+            self.desktop.windows.activate(self.panel.window)
+        self.wait(self.panel.is_visible, "the panel to come back")
+        self.desktop.windows.activate(self.panel.window)
+
+    def notice(self):
+        return self.wait(self.panel.notices, "the notice")[0]
 
     def wait(self, condition, what):
         def living():

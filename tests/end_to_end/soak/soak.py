@@ -25,7 +25,7 @@ from harness.desktop import Desktop
 from harness.motions import Motions
 from harness.panel import Panel
 from harness.waiting import wait_for
-from restless import CAMERAS, Operator
+from random_operator import CAMERAS, Operator
 
 OPERATIONS_BETWEEN_RESTS = 100
 

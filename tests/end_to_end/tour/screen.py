@@ -7,7 +7,7 @@ import time
 
 import Xlib.display
 from PIL import ImageDraw
-from Xlib import X, Xatom
+from Xlib import Xatom
 
 from harness.desktop import HEIGHT, WIDTH
 

@@ -8,7 +8,7 @@ from typing import Callable
 
 from harness import face
 from harness.desktop import JWM
-from harness.pictures import selected_camera, settings_panel_shown, shows
+from harness.pictures import selected_camera, shows
 from harness.requests import (READ_ON_OPENING, auto_white_balance, call_preset, clear_preset,
                               flicker, focus, halt, halt_focus, halt_zoom, image_property, pan,
                               store_preset, tilt, vendor, zoom)

@@ -4,7 +4,7 @@
 """Faults again and again: memory, files and threads stay what they were."""
 
 from calls import NOT_NOTING_CALLS
-from drill import Row, drill_rows
+from drill import Row
 from harness.pictures import shows
 
 ROUNDS = 20
@@ -115,9 +115,3 @@ ROWS = [
           LEAN)
       for fault, command in (("unplugged", "unplug 1"), ("stall of all", "stall 1 all"))],
 ]
-
-
-@drill_rows(ROWS)
-def test_drill(row, drill):
-    row.run(drill)
-    drill.finish()

@@ -3,8 +3,7 @@
 
 """The operator's hold is lost: the keyboard or the window goes while something is held."""
 
-from drill import Row, drill_rows
-from hands_off import bring_back, notice_of_missing_camera
+from drill import Row
 from harness import requests
 from holds import MOTIONS, joystick_by_a_double_click
 
@@ -49,7 +48,7 @@ def stops_while_held(hold, loss):
         for notice in drill.panel.notices():
             drill.desktop.windows.close(notice)
         drill.wait(lambda: not drill.panel.notices(), "the notices to go")
-        bring_back(drill)
+        drill.bring_back()
         drill.at_rest()
         drill.drives(camera=2 if loss is another_camera else 1)
     return run
@@ -122,12 +121,12 @@ def notice_dismissed_in_the_tray(how):
         drill.up()
         if not drill.panel.notices():
             drill.panel.click("btn_cam4")
-        notice = notice_of_missing_camera(drill)
+        notice = drill.notice()
         drill.panel.click("btn_min")
         drill.wait(lambda: not drill.panel.is_visible(), "the panel to go to the tray")
         dismissed = dismissed_with_escape if how == "Esc" else dismissed_by_the_manager
         drill.wait(lambda: dismissed(drill, notice), "the notice to go")
-        bring_back(drill)
+        drill.bring_back()
         drill.answers()
     return run
 
@@ -162,9 +161,3 @@ ROWS = [
       for how in ("Esc", "the window manager")
       for state, options in (("no camera", NO_CAMERA), ("missing camera", {}))],
 ]
-
-
-@drill_rows(ROWS)
-def test_drill(row, drill):
-    row.run(drill)
-    drill.finish()

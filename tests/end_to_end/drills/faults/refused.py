@@ -3,7 +3,7 @@
 
 """Cameras that may not be opened, or that another program holds."""
 
-from drill import Row, drill_rows
+from drill import Row
 from holds import MOTIONS
 
 REFUSALS = [
@@ -77,9 +77,3 @@ for fault, refuse, allow in REFUSALS:
               "the first stops at once, and is driven when chosen again",
               chosen_while_held(refuse, hold), {"devices": 2}) for moment, hold in MOTIONS[:2]],
     ]
-
-
-@drill_rows(ROWS)
-def test_drill(row, drill):
-    row.run(drill)
-    drill.finish()

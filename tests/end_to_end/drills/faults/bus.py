@@ -4,7 +4,7 @@
 """What else is plugged in: nothing, other things, other cameras, more cameras than buttons, and
 cameras with unusual names."""
 
-from drill import Row, drill_rows
+from drill import Row
 from harness import face
 from harness.pictures import shows
 
@@ -22,12 +22,8 @@ def press(drill, notice, button, places=face.NO_CAMERA_NOTICE):
     drill.desktop.mouse.click(place.x + x, place.y + y)
 
 
-def the_notice(drill):
-    return drill.wait(drill.panel.notices, "the notice")[0]
-
-
 def dismissed(drill):
-    press(drill, the_notice(drill), "btn_ok")
+    press(drill, drill.notice(), "btn_ok")
     drill.wait(lambda: not drill.panel.notices(), "the notice to go")
     for number in range(1, 6):
         assert shows(drill.panel, f"btn_cam{number}", f"cam{number}_black.png")
@@ -35,7 +31,7 @@ def dismissed(drill):
 
 
 def quit_from_the_notice(drill):
-    press(drill, the_notice(drill), "btn_quit")
+    press(drill, drill.notice(), "btn_quit")
     drill.ends_with(0)
 
 
@@ -50,7 +46,7 @@ def chooses(*cameras):
         # What comes after the last has no camera.
         if len(cameras) < 5:
             drill.panel.click(f"btn_cam{len(cameras) + 1}")
-            press(drill, the_notice(drill), "btn_ok", face.MISSING_CAMERA_NOTICE)
+            press(drill, drill.notice(), "btn_ok", face.MISSING_CAMERA_NOTICE)
             drill.drives(cameras[-1])
     return run
 
@@ -90,9 +86,3 @@ ROWS = [
           ("product string not in ASCII", "Kamera für Süden \u4f1a\u8bae \U0001f3a5"),
           ("product string of a percent sign and a line end", "%s%n\n\t%x"))],
 ]
-
-
-@drill_rows(ROWS)
-def test_drill(row, drill):
-    row.run(drill)
-    drill.finish()

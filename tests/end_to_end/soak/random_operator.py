@@ -1,7 +1,7 @@
 # Copyright (c) 2026 The PTZ panel developers
 # SPDX-License-Identifier: MIT
 
-"""What a restless operator may do next. Each operation leaves nothing held."""
+"""What an operator may do at random. Each operation leaves nothing held."""
 
 from harness import face
 from harness.hands import LEFT, MIDDLE, RIGHT, WHEEL_DOWN, WHEEL_UP

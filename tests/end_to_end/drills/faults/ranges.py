@@ -3,7 +3,7 @@
 
 """Cameras that tell ranges which make no sense, and ranges at the edge of what can be told."""
 
-from drill import Row, drill_rows
+from drill import Row
 from image import ask_for_default, grab
 
 ALL = "lives; what the camera gets when the slider is grabbed lies in its range"
@@ -44,9 +44,3 @@ ROWS = [Row(fault, "", ALL if when_grabbed else NONE,
             grabbed(option.split("=")[0], where, when_grabbed, as_default),
             {"descriptions": [option]})
         for fault, option, where, when_grabbed, as_default in TABLE]
-
-
-@drill_rows(ROWS)
-def test_drill(row, drill):
-    row.run(drill)
-    drill.finish()

@@ -6,7 +6,7 @@
 import contextlib
 import signal
 
-from drill import Row, drill_rows
+from drill import Row
 from harness import requests
 from harness.motions import is_start
 from holds import MOTIONS, key, settings_slider
@@ -122,9 +122,3 @@ ROWS = [
           ended(hold))
       for moment, hold in [*MOTIONS, ("an arrow key and a zoom key held", up_and_tele)]],
 ]
-
-
-@drill_rows(ROWS)
-def test_drill(row, drill):
-    row.run(drill)
-    drill.finish()

@@ -5,7 +5,7 @@
 
 import signal
 
-from drill import Row, drill_rows
+from drill import Row
 
 SLOW = "delay 1 20"
 READS = 32
@@ -97,9 +97,3 @@ ROWS = [
       for fault, numbers in (("a camera plugged in", [1]),
                              ("five cameras plugged in", [1, 2, 3, 4, 5]))],
 ]
-
-
-@drill_rows(ROWS)
-def test_drill(row, drill):
-    row.run(drill)
-    drill.finish()

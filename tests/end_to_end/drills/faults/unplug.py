@@ -3,7 +3,7 @@
 
 """The cable: pulled out and put back, whatever the operator is doing."""
 
-from drill import Row, drill_rows
+from drill import Row
 from holds import MOMENTS, MOTIONS, idle
 
 BACK = "lives; its controls stay harmless; the other camera is driven at once"
@@ -65,9 +65,3 @@ ROWS = [
       for moment, hold, chosen in (("idle", idle, False), ("idle, chosen meanwhile", idle, True),
                                    ("an arrow key held", MOTIONS[0][1], False))],
 ]
-
-
-@drill_rows(ROWS)
-def test_drill(row, drill):
-    row.run(drill)
-    drill.finish()

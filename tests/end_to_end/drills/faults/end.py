@@ -8,7 +8,7 @@ import signal
 
 from Xlib import error
 
-from drill import Row, drill_rows
+from drill import Row
 from holds import MOMENTS
 
 LETS_GO = "ends with {}; nothing moves on"
@@ -163,9 +163,3 @@ ROWS = [
       for state, through in (("closed", CLOSED), ("on a pipe that nobody reads", UNREAD_PIPE),
                              ("on a full disk", FULL))],
 ]
-
-
-@drill_rows(ROWS)
-def test_drill(row, drill):
-    row.run(drill)
-    drill.finish()

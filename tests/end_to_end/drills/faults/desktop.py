@@ -5,8 +5,7 @@
 
 import signal
 
-from drill import Row, drill_rows
-from hands_off import bring_back
+from drill import Row
 from holds import joystick
 
 
@@ -24,7 +23,7 @@ def tray_comes_later(drill):
     drill.ready().panel.click("btn_min")
     drill.wait(lambda: not drill.panel.is_visible(), "the window to go")
     drill.desktop.start_tray()
-    bring_back(drill)
+    drill.bring_back()
     drill.drives()
 
 
@@ -33,7 +32,7 @@ def tray_goes(drill):
     drill.wait(lambda: not drill.panel.is_visible(), "the window to go")
     drill.desktop.stop("trayer")
     drill.desktop.start_tray()
-    bring_back(drill)
+    drill.bring_back()
     drill.drives()
 
 
@@ -75,9 +74,3 @@ ROWS = [
     Row("window manager gone", "idle", "lives; the mouse drives", manager_goes,
         {"desktop": {"tray": False}}),
 ]
-
-
-@drill_rows(ROWS)
-def test_drill(row, drill):
-    row.run(drill)
-    drill.finish()

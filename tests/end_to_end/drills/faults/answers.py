@@ -3,7 +3,7 @@
 
 """Cameras that refuse requests, or answer with too few bytes or none."""
 
-from drill import Row, drill_rows, lens_rest, use_every_control
+from drill import Row, lens_rest, use_every_control
 from harness import requests
 from harness.requests import PROPERTY_CONTROLS
 from holds import MOTIONS
@@ -122,9 +122,3 @@ ROWS = [
         "lives; the default is the first choice; is driven when the camera is well again",
         unread_choice, cut("power_line_frequency", 0)),
 ]
-
-
-@drill_rows(ROWS)
-def test_drill(row, drill):
-    row.run(drill)
-    drill.finish()
