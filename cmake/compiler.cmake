@@ -17,14 +17,16 @@ add_library(ptz_warnings INTERFACE)
 target_link_libraries(ptz_warnings INTERFACE ptz_flags)
 target_include_directories(ptz_warnings INTERFACE ${PROJECT_SOURCE_DIR})
 
-# ptz_layer(<folder>): the target of that name is a layer of the panel. It sees the headers of its
-# own folder and of the layers that it links; to include any other does not compile.
+# ptz_layer(<folder>): the target named after the folder (a/b: a_b) is a layer. It sees the headers of
+# its own folder and of the layers that it links; to include any other does not compile.
 function(ptz_layer folder)
-  set(view ${CMAKE_BINARY_DIR}/layers/${folder})
-  file(MAKE_DIRECTORY ${view})
+  string(REPLACE / _ target ${folder})
+  set(view ${CMAKE_BINARY_DIR}/layers/${target})
+  get_filename_component(parent ${view}/${folder} DIRECTORY)
+  file(MAKE_DIRECTORY ${parent})
   file(CREATE_LINK ${PROJECT_SOURCE_DIR}/${folder} ${view}/${folder} SYMBOLIC)
-  target_include_directories(${folder} PUBLIC ${view})
-  target_link_libraries(${folder} PRIVATE ptz_flags)
+  target_include_directories(${target} PUBLIC ${view})
+  target_link_libraries(${target} PRIVATE ptz_flags)
 endfunction()
 
 if(PTZ_SANITIZE)

@@ -11,4 +11,7 @@ add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-re
 add_link_options(-fsanitize=fuzzer-no-link,address,undefined)
 # A container that is read past its end says so.
 add_compile_definitions(_GLIBCXX_ASSERTIONS)
+foreach(layer camera usb usbfs command)
+  add_subdirectory(virtual_camera/${layer} EXCLUDE_FROM_ALL)
+endforeach()
 add_subdirectory(tests/fuzz)

@@ -14,7 +14,7 @@
 #include "console/main_window.h"
 #include "device/property_ranges.h"
 #include "ui_main_window.h"
-#include "virtual_camera/control_table.h"
+#include "virtual_camera/camera/control_table.h"
 
 struct ImageProperty
 {

@@ -18,7 +18,7 @@
 #include "console/main_window.h"
 #include "tests/console/main_window_probe.h"
 #include "ui_main_window.h"
-#include "virtual_camera/testbed.h"
+#include "virtual_camera/testbed/testbed.h"
 
 /// Requests to cameras in the order of their arrival, one line each: "pantilt_relative 1 21 0 0"
 /// is a write, "GET_MIN brightness" a read. A request to another camera than the first is marked

@@ -6,7 +6,7 @@
 
 #include "device/base_device.h"
 #include "tests/device/wire.h"
-#include "virtual_camera/testbed.h"
+#include "virtual_camera/testbed/testbed.h"
 
 #include <gmock/gmock.h>
 

@@ -4,7 +4,7 @@
 // What a camera received, as the numbers that were on the bus.
 #pragma once
 
-#include "virtual_camera/request_log.h"
+#include "virtual_camera/usb/request_log.h"
 
 #include <cstdint>
 #include <initializer_list>

@@ -3,9 +3,9 @@
 #include "tests/fuzz/camera_model_checks.h"
 
 #include "tests/fuzz/compare.h"
-#include "virtual_camera/little_endian.h"
-#include "virtual_camera/request_log.h"
-#include "virtual_camera/vendor_command.h"
+#include "virtual_camera/camera/little_endian.h"
+#include "virtual_camera/camera/vendor_command.h"
+#include "virtual_camera/usb/request_log.h"
 
 #include <algorithm>
 #include <cmath>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "tests/fuzz/expect.h"
-#include "virtual_camera/camera_model.h"
+#include "virtual_camera/camera/camera_model.h"
 
 namespace fuzz {
 

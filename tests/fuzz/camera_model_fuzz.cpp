@@ -7,7 +7,7 @@
 // A step is a byte (modulo the number of steps) and what the step takes.
 #include "tests/fuzz/camera_model_checks.h"
 #include "tests/fuzz/input.h"
-#include "virtual_camera/little_endian.h"
+#include "virtual_camera/camera/little_endian.h"
 
 #include <array>
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "virtual_camera/camera_description.h"
-#include "virtual_camera/camera_state.h"
+#include "virtual_camera/camera/camera_description.h"
+#include "virtual_camera/camera/camera_state.h"
 
 namespace fuzz {
 

@@ -10,15 +10,8 @@
 #include "tests/fuzz/expect.h"
 #include "tests/fuzz/input.h"
 #include "tests/fuzz/socket_client.h"
-#include "virtual_camera/command_line.h"
-#include "virtual_camera/control_command.h"
-
-namespace virtual_camera {
-
-// Nothing is plugged in here.
-std::string execute(const ControlCommand &, Testbed &) { return "ok"; }
-
-} // namespace virtual_camera
+#include "virtual_camera/command/command_line.h"
+#include "virtual_camera/command/control_command.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 #include "tests/fuzz/descriptor_checks.h"
 #include "tests/fuzz/expect.h"
 #include "tests/fuzz/input.h"
-#include "virtual_camera/camera_model.h"
-#include "virtual_camera/usb_device.h"
+#include "virtual_camera/camera/camera_model.h"
+#include "virtual_camera/usb/usb_device.h"
 
 #include <cerrno>
 #include <cstdlib>

@@ -3,7 +3,7 @@
 #include "tests/fuzz/descriptor_checks.h"
 
 #include "tests/fuzz/expect.h"
-#include "virtual_camera/little_endian.h"
+#include "virtual_camera/camera/little_endian.h"
 
 #include <string_view>
 #include <vector>

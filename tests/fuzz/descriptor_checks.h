@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "virtual_camera/descriptors.h"
+#include "virtual_camera/usb/descriptors.h"
 
 #include <string>
 

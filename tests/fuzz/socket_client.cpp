@@ -3,7 +3,7 @@
 #include "tests/fuzz/socket_client.h"
 
 #include "tests/fuzz/expect.h"
-#include "virtual_camera/control_socket.h"
+#include "virtual_camera/command/control_socket.h"
 
 #include <array>
 #include <cstdlib>

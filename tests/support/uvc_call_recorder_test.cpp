@@ -4,7 +4,7 @@
 // The recorder as a finished program gets it: preloaded, and told by variables what to do.
 
 #include "device/base_device.h"
-#include "virtual_camera/testbed.h"
+#include "virtual_camera/testbed/testbed.h"
 
 #include <gmock/gmock.h>
 

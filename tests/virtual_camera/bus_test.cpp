@@ -3,7 +3,7 @@
 
 // The emulated bus beneath libusb and beneath plain system calls.
 
-#include "virtual_camera/testbed.h"
+#include "virtual_camera/testbed/testbed.h"
 
 #include <array>
 #include <cerrno>

@@ -3,9 +3,9 @@
 
 // What devices say of themselves.
 
-#include "virtual_camera/descriptors.h"
-#include "virtual_camera/device_description.h"
-#include "virtual_camera/usb_device.h"
+#include "virtual_camera/usb/descriptors.h"
+#include "virtual_camera/usb/device_description.h"
+#include "virtual_camera/usb/usb_device.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>

@@ -3,7 +3,7 @@
 
 // The emulated bus beneath the real libuvc.
 
-#include "virtual_camera/testbed.h"
+#include "virtual_camera/testbed/testbed.h"
 
 #include <cerrno>
 #include <gmock/gmock.h>

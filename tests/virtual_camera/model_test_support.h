@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "virtual_camera/camera_model.h"
-#include "virtual_camera/testbed.h"
+#include "virtual_camera/camera/camera_model.h"
+#include "virtual_camera/testbed/testbed.h"
 
 #include <string>
 

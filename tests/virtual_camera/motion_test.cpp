@@ -4,7 +4,7 @@
 // How the camera moves, and what its vendor commands do.
 
 #include "tests/virtual_camera/model_test_support.h"
-#include "virtual_camera/vendor_command.h"
+#include "virtual_camera/camera/vendor_command.h"
 
 #include <gmock/gmock.h>
 

@@ -4,8 +4,8 @@
 // Text in and out: log lines, options, control commands, the command line.
 
 #include "tests/virtual_camera/model_test_support.h"
-#include "virtual_camera/command_line.h"
-#include "virtual_camera/control_command.h"
+#include "virtual_camera/command/command_line.h"
+#include "virtual_camera/command/control_command.h"
 
 #include <cerrno>
 #include <gmock/gmock.h>

@@ -4,8 +4,8 @@
 // What the kernel does between programs and a camera.
 
 #include "tests/virtual_camera/model_test_support.h"
-#include "virtual_camera/descriptors.h"
-#include "virtual_camera/usbfs_device.h"
+#include "virtual_camera/usb/descriptors.h"
+#include "virtual_camera/usbfs/usbfs_device.h"
 
 #include <cerrno>
 #include <gmock/gmock.h>

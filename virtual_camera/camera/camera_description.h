@@ -1,0 +1,63 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "virtual_camera/camera/control_table.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace virtual_camera {
+
+// What a camera says about one of its values. Nothing here is checked against anything else: a
+// camera may well announce a minimum above its maximum, or stand outside its own range.
+struct Range
+{
+    std::int64_t min = 0;
+    std::int64_t max = 0;
+    std::int64_t def = 0;
+    std::int64_t cur = 0; // when the camera is switched on
+    std::int64_t res = 1;
+};
+
+// Everything that makes one camera differ from another.
+struct CameraDescription
+{
+    CameraDescription();
+
+    std::uint16_t vendorId = 0xf055;
+    std::uint16_t productId = 0x8888;
+    std::uint16_t deviceRelease = 0x0100;
+    // UTF-8; an empty text means that the camera has no such string.
+    std::string manufacturer = "Virtual Optics";
+    std::string product = "Virtual PTZ Camera";
+    std::string serial = "000001";
+
+    // The range of each control that has one; pan's stands under PantiltAbsolute.
+    std::array<Range, controlCount> ranges;
+    Range tilt;
+    // A control that is not supported is not announced, and every request to it stalls.
+    std::array<bool, controlCount> supported;
+    // A capture stick has a connector in place of the camera terminal, and a simple camera may come
+    // without a processing unit. The unit's controls go with it.
+    bool hasCameraTerminal = true;
+    bool hasProcessingUnit = true;
+
+    Range &range(Control control) { return ranges[indexOf(control)]; }
+    const Range &range(Control control) const { return ranges[indexOf(control)]; }
+    bool supports(Control control) const;
+};
+
+// Changes the description as one option says, for example key "product", value "Big hall", or
+// key "brightness", value "-64:64:0:12". Returns what is wrong with the option, in words, and
+// then leaves the description as it was.
+std::optional<std::string> applyOption(
+    CameraDescription &description, std::string_view key, std::string_view value);
+
+// The whole text as a number, decimal or with 0x; nothing when it is not one.
+std::optional<std::int64_t> parseNumber(std::string_view text);
+
+} // namespace virtual_camera

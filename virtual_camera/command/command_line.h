@@ -1,0 +1,40 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "virtual_camera/usb/device_description.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace virtual_camera {
+
+constexpr int mostDevices = 32;
+
+// What the command was asked to do.
+struct CommandLine
+{
+    enum class Mode {
+        Run,  // plug in the devices and start the command
+        Tell, // send words to one that runs
+        Help,
+        Version
+    };
+
+    Mode mode = Mode::Run;
+    std::vector<DeviceDescription> devices;
+    std::optional<std::string> log; // a path, or "-"
+    std::optional<std::string> socket;
+    std::vector<std::string> atStart; // control commands to carry out before the command starts
+    std::vector<std::string> command; // in Tell mode, the words to send
+};
+
+// Reads the arguments, without the program's name. The text says what is wrong with them.
+std::variant<CommandLine, std::string> parseCommandLine(const std::vector<std::string> &arguments);
+
+std::string helpText();
+
+} // namespace virtual_camera

@@ -1,0 +1,196 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+#include "virtual_camera/command/control_command.h"
+
+#include "virtual_camera/camera/words.h"
+
+#include <array>
+#include <cerrno>
+#include <limits>
+
+namespace virtual_camera {
+
+namespace {
+
+using Verb = ControlCommand::Verb;
+using Arguments = std::vector<std::string_view>;
+// Fills in the command; what is wrong, or nothing.
+using Problem = std::optional<std::string>;
+using Reader = Problem (*)(ControlCommand &, const Arguments &);
+
+constexpr int longestDelay = 3600 * 1000;
+
+Problem readNothing(ControlCommand &, const Arguments &) { return std::nullopt; }
+
+Problem readNumber(std::optional<int> &number, std::string_view text, int lowest, int highest)
+{
+    const std::optional<std::int64_t> given = parseNumber(text);
+    if (!given || *given < lowest || *given > highest)
+        return "expected a number from " + std::to_string(lowest) + " to " + std::to_string(highest)
+            + ", not '" + std::string(text) + "'";
+    number = static_cast<int>(*given);
+    return std::nullopt;
+}
+
+Problem readControl(ControlCommand &command, std::string_view name)
+{
+    const ControlTraits *control = findControl(name);
+    if (control == nullptr)
+        return "no control is called '" + std::string(name) + "'";
+    command.control = control->control;
+    return std::nullopt;
+}
+
+Problem readAddress(ControlCommand &command, const Arguments &arguments)
+{
+    return arguments.empty() ? std::nullopt : readNumber(command.number, arguments[0], 1, 127);
+}
+
+Problem readStall(ControlCommand &command, const Arguments &arguments)
+{
+    if (arguments[0] == "all")
+        return arguments.size() == 1 ? std::nullopt : Problem("'all' takes no request code");
+    if (Problem problem = readControl(command, arguments[0]))
+        return problem;
+    if (arguments.size() == 1)
+        return std::nullopt;
+    command.code = requestCodeFromName(arguments[1]);
+    return command.code ? std::nullopt
+                        : Problem("no request is called '" + std::string(arguments[1]) + "'");
+}
+
+Problem readShort(ControlCommand &command, const Arguments &arguments)
+{
+    if (Problem problem = readControl(command, arguments[0]))
+        return problem;
+    return readNumber(command.number, arguments[1], 0, 64);
+}
+
+Problem readDelay(ControlCommand &command, const Arguments &arguments)
+{
+    return readNumber(command.number, arguments[0], 0, longestDelay);
+}
+
+Problem readError(ControlCommand &command, const Arguments &arguments)
+{
+    struct Named
+    {
+        std::string_view name;
+        int error;
+    };
+    constexpr std::array<Named, 6> errors{ { { "none", 0 }, { "EACCES", EACCES },
+        { "EBUSY", EBUSY }, { "EIO", EIO }, { "ENODEV", ENODEV }, { "EPERM", EPERM } } };
+    for (const Named &known : errors) {
+        if (known.name == arguments[0]) {
+            command.number = known.error;
+            return std::nullopt;
+        }
+    }
+    return "expected EACCES, EBUSY, EIO, ENODEV, EPERM or none, not '" + std::string(arguments[0])
+        + "'";
+}
+
+Problem readOnOff(ControlCommand &command, const Arguments &arguments)
+{
+    if (arguments[0] != "on" && arguments[0] != "off")
+        return "expected on or off, not '" + std::string(arguments[0]) + "'";
+    command.number = arguments[0] == "on" ? 1 : 0;
+    return std::nullopt;
+}
+
+Problem readRange(ControlCommand &command, const Arguments &arguments)
+{
+    if (Problem problem = readControl(command, arguments[0]))
+        return problem;
+    CameraDescription scratch;
+    if (Problem problem = applyOption(scratch, arguments[0], arguments[1]))
+        return problem;
+    command.range = scratch.range(*command.control);
+    return std::nullopt;
+}
+
+struct Form
+{
+    std::string_view word;
+    Verb verb;
+    bool takesDevice;
+    std::size_t fewest; // further arguments
+    std::size_t most;
+    Reader read;
+    const char *usage;
+    const char *meaning;
+};
+
+// clang-format off
+    constexpr std::array<Form, 14> forms{{
+        {"help", Verb::Help, false, 0, 0, readNothing, "help", "name the commands"},
+        {"list", Verb::List, false, 0, 0, readNothing, "list", "name the devices"},
+        {"state", Verb::State, true, 0, 0, readNothing, "state N", "tell what camera N is doing"},
+        {"unplug", Verb::Unplug, true, 0, 0, readNothing, "unplug N", "pull the cable of device N"},
+        {"replug", Verb::Replug, true, 0, 1, readAddress, "replug N [ADDRESS]", "plug it in again, at the same bus address or another"},
+        {"stall", Verb::Stall, true, 1, 2, readStall, "stall N CONTROL|all [REQUEST]", "refuse requests to a control, or only GET_CUR, GET_MIN, ..."},
+        {"unstall", Verb::Unstall, true, 0, 0, readNothing, "unstall N", "refuse nothing any more"},
+        {"short", Verb::Short, true, 2, 2, readShort, "short N CONTROL BYTES", "cut answers about a control to so many bytes"},
+        {"full", Verb::Full, true, 0, 0, readNothing, "full N", "cut no answers any more"},
+        {"delay", Verb::Delay, true, 1, 1, readDelay, "delay N MILLISECONDS", "take so long for each request"},
+        {"refuse-open", Verb::RefuseOpen, true, 1, 1, readError, "refuse-open N EACCES|EBUSY|EIO|ENODEV|EPERM|none", "let opening the device fail"},
+        {"busy", Verb::RefuseClaim, true, 1, 1, readOnOff, "busy N on|off", "let another program hold the camera"},
+        {"range", Verb::SetRange, true, 2, 2, readRange, "range N CONTROL MIN:MAX:DEFAULT:CURRENT[:STEP]", "announce another range"},
+        {"clear", Verb::Clear, true, 0, 0, readNothing, "clear N", "take back all faults (not unplug, not range)"},
+    }};
+// clang-format on
+
+const Form *findForm(std::string_view word)
+{
+    for (const Form &form : forms) {
+        if (form.word == word)
+            return &form;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+std::variant<ControlCommand, std::string> parseControlCommand(std::string_view line)
+{
+    Arguments words = splitWords(line);
+    if (words.empty())
+        return "no command given";
+    const Form *form = findForm(words[0]);
+    if (form == nullptr)
+        return "no command is called '" + std::string(words[0]) + "' (try help)";
+    ControlCommand command;
+    command.verb = form->verb;
+    words.erase(words.begin());
+    const std::size_t own = form->takesDevice ? 1 : 0;
+    if (words.size() < own + form->fewest || words.size() > own + form->most)
+        return "usage: " + std::string(form->usage);
+    if (form->takesDevice) {
+        std::optional<int> number;
+        if (Problem problem = readNumber(number, words[0], 1, std::numeric_limits<int>::max()))
+            return "'" + std::string(words[0]) + "' is not the number of a device";
+        command.device = *number;
+        words.erase(words.begin());
+    }
+    if (Problem problem = form->read(command, words))
+        return *problem;
+    return command;
+}
+
+std::string controlCommandWords()
+{
+    std::string text;
+    for (const Form &form : forms)
+        text += ' ' + std::string(form.word);
+    return text;
+}
+
+std::string controlCommandHelp()
+{
+    std::string text;
+    for (const Form &form : forms)
+        text += "  " + std::string(form.usage) + "\n      " + form.meaning + "\n";
+    return text;
+}
+
+} // namespace virtual_camera

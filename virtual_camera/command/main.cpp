@@ -1,0 +1,85 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+#include "virtual_camera/command/command_line.h"
+#include "virtual_camera/command/control_socket.h"
+#include "virtual_camera/command/preload.h"
+#include "virtual_camera/command/session.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <exception>
+
+using namespace virtual_camera;
+
+namespace {
+
+constexpr int failure = 1;
+constexpr int wrongUsage = 2;
+constexpr int cannotRun = 126;
+constexpr int notFound = 127;
+
+int complain(const std::string &message, int exitCode)
+{
+    std::fprintf(stderr, "virtual-camera: %s\n", message.c_str());
+    return exitCode;
+}
+
+int tell(const CommandLine &line)
+{
+    std::string words;
+    for (const std::string &word : line.command)
+        words += words.empty() ? word : ' ' + word;
+    const std::string answer = askSocket(*line.socket, words);
+    if (answer.empty())
+        return complain(*line.socket + ": no answer", failure);
+    std::puts(answer.c_str());
+    return answer.substr(0, 2) == "ok" ? 0 : failure;
+}
+
+int run(const CommandLine &line, char **arguments)
+{
+    if (const std::string problem = preloadProblem(); !problem.empty())
+        return complain(
+            "umockdev's preload library cannot be loaded (" + problem + "); install libumockdev0",
+            failure);
+    if (!preloaded()) {
+        restartPreloaded(arguments);
+        return complain(
+            std::string("cannot start beneath umockdev: ") + std::strerror(errno), failure);
+    }
+    Session session(line);
+    try {
+        return session.run();
+    } catch (const CannotRun &problem) {
+        const bool missing = problem.code() == std::errc::no_such_file_or_directory;
+        return complain(problem.what(), missing ? notFound : cannotRun);
+    }
+}
+
+} // namespace
+
+int main(int count, char **arguments)
+{
+    const auto parsed = parseCommandLine({ arguments + 1, arguments + count });
+    if (const auto *problem = std::get_if<std::string>(&parsed))
+        return complain(*problem + "; see virtual-camera --help", wrongUsage);
+    const auto &line = std::get<CommandLine>(parsed);
+    try {
+        switch (line.mode) {
+        case CommandLine::Mode::Help:
+            std::fputs(helpText().c_str(), stdout);
+            return 0;
+        case CommandLine::Mode::Version:
+            std::puts("virtual-camera " PTZ_VERSION);
+            return 0;
+        case CommandLine::Mode::Tell:
+            return tell(line);
+        case CommandLine::Mode::Run:
+            return run(line, arguments);
+        }
+    } catch (const std::exception &problem) {
+        return complain(problem.what(), failure);
+    }
+    return failure;
+}

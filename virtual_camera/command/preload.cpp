@@ -1,0 +1,105 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+#include "virtual_camera/command/preload.h"
+
+#include <array>
+#include <cstdlib>
+#include <dlfcn.h>
+#include <filesystem>
+#include <stdexcept>
+#include <unistd.h>
+
+namespace virtual_camera {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char preloadLibrary[] = "libumockdev-preload.so.0";
+constexpr char openLibrary[] = "virtual_camera_open.so";
+// What LD_PRELOAD was before this program was started anew; programs that it starts get it
+// back behind the libraries that they need.
+constexpr char originalPreload[] = "VIRTUAL_CAMERA_LD_PRELOAD";
+
+std::string environment(const char *name)
+{
+    const char *value = std::getenv(name);
+    return value == nullptr ? "" : value;
+}
+
+std::string join(const std::string &first, char separator, const std::string &second)
+{
+    return second.empty() ? first : first + separator + second;
+}
+
+// A program that is built with the address sanitizer refuses to run with another library
+// before its own, unless it is told not to mind.
+std::string sanitizerOptions()
+{
+    return join("verify_asan_link_order=0", ':', environment("ASAN_OPTIONS"));
+}
+
+fs::path findOpenLibrary()
+{
+    const fs::path folder = fs::read_symlink("/proc/self/exe").parent_path();
+    const std::array<fs::path, 2> places{ folder / openLibrary,
+        folder / "../lib/ptz-panel" / openLibrary };
+    for (const fs::path &place : places) {
+        if (fs::exists(place))
+            return place;
+    }
+    throw std::runtime_error(std::string("cannot find ") + openLibrary + " in " + folder.string()
+        + " or " + (folder / "../lib/ptz-panel").lexically_normal().string());
+}
+
+} // namespace
+
+std::string preloadProblem()
+{
+    void *library = dlopen(preloadLibrary, RTLD_LAZY | RTLD_LOCAL);
+    if (library == nullptr)
+        return dlerror();
+    dlclose(library);
+    return {};
+}
+
+bool preloaded()
+{
+    // One of the library's own functions; no other has it.
+    return dlsym(RTLD_DEFAULT, "ioctl_tree_execute") != nullptr;
+}
+
+void restartPreloaded(char **arguments)
+{
+    const std::string before = environment("LD_PRELOAD");
+    setenv(originalPreload, before.c_str(), 1);
+    setenv("LD_PRELOAD", join(preloadLibrary, ':', before).c_str(), 1);
+    setenv("ASAN_OPTIONS", sanitizerOptions().c_str(), 1);
+    execv("/proc/self/exe", arguments);
+}
+
+std::vector<std::string> preloadedEnvironment(const std::string &rootDirectory)
+{
+    // A path in LD_PRELOAD may have no blank and no colon. The program's own may; this one is for
+    // the user to choose.
+    if (rootDirectory.find_first_of(" :") != std::string::npos)
+        throw std::runtime_error("the path of the folder for temporary files (TMPDIR) may have no "
+                                 "blank and no colon: "
+            + fs::path(rootDirectory).parent_path().string());
+    const fs::path link = fs::path(rootDirectory) / openLibrary;
+    fs::create_symlink(findOpenLibrary(), link);
+    const std::string libraries =
+        join(link.string() + ':' + preloadLibrary, ':', environment(originalPreload));
+
+    std::vector<std::string> variables;
+    for (char **variable = environ; *variable != nullptr; ++variable) {
+        const std::string text = *variable;
+        const std::string name = text.substr(0, text.find('='));
+        if (name != "LD_PRELOAD" && name != originalPreload)
+            variables.push_back(text);
+    }
+    variables.push_back("LD_PRELOAD=" + libraries);
+    return variables;
+}
+
+} // namespace virtual_camera
