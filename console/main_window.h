@@ -223,12 +223,10 @@ private:
     BaseDevice *device = nullptr;       ///< the camera; kept until the process ends
     QTimer *timer = nullptr;            ///< the start-up poll
     QTimer *spareTimer = nullptr;       ///< never started
-    // No direction has been reported yet. Any number of the grid here would swallow the first
-    // report of that direction; 4 would also turn a first speed report into stop requests.
-    int place = -1;       ///< last direction that the joystick reported
-    int speedX = 0;       ///< last pan speed level that the joystick reported
-    int speedY = 0;       ///< last tilt speed level that the joystick reported
-    Ui::MainWindow *form; ///< the widgets, by object name
+    int place = 0;                      ///< last direction that the joystick reported
+    int speedX = 0;                     ///< last pan speed level that the joystick reported
+    int speedY = 0;                     ///< last tilt speed level that the joystick reported
+    Ui::MainWindow *form;               ///< the widgets, by object name
     QSystemTrayIcon *trayIcon = nullptr;
     NO_Device *noDeviceDialog = nullptr;
     NO_Mord_Camera *noMoreCameraDialog = nullptr;

@@ -61,7 +61,7 @@ TEST_F(Lifecycle, MembersHaveTheirStartValues)
     EXPECT_TRUE(Probe::mirrorState(*window));
     EXPECT_TRUE(Probe::deviceList(*window).empty());
     EXPECT_NE(Probe::device(*window), nullptr);
-    EXPECT_EQ(Probe::place(*window), -1);
+    EXPECT_EQ(Probe::place(*window), 0);
     EXPECT_EQ(Probe::speedX(*window), 0);
     EXPECT_EQ(Probe::speedY(*window), 0);
     EXPECT_EQ(Probe::noMoreCameraDialog(*window), nullptr);
