@@ -1,7 +1,7 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// Which camera is driven: the one poll after the start, and the five camera buttons.
+// Which camera is driven: the one poll after the start, the five camera buttons and the notices.
 
 #include "console/main_window.h"
 
@@ -11,12 +11,12 @@
 #include <array>
 
 #include "console/console_state.h"
-#include "console/style_sheets.h"
 #include "device/property_ranges.h"
 #include "ui_main_window.h"
 #include "widgets/no_device.h"
 #include "widgets/no_mord_camera.h"
 #include "widgets/notice_state.h"
+#include "widgets/style_sheets.h"
 
 // Camera `selected` (1 to 5) green, the others black; 0 for all black.
 void MainWindow::showCameraButtons(int selected)
@@ -30,7 +30,7 @@ void MainWindow::showCameraButtons(int selected)
     }
 }
 
-// The poll runs once: cameras that are plugged in later are seen at the next start.
+// The poll runs once: cameras plugged in later are seen at the next start.
 void MainWindow::TimerInit()
 {
     if (!timer->isActive()) {
@@ -39,7 +39,7 @@ void MainWindow::TimerInit()
     }
     BaseDevice::Initial();
     const bool enumerated = BaseDevice::EnumUSBDevices(deviceList);
-    // The cameras are numbered from 0, so the last number tells how many there are.
+    // Cameras are numbered from 0.
     maxcam = enumerated && !deviceList.empty() ? deviceList.back().index + 1 : 0;
 
     if (maxcam == 0) {
@@ -52,21 +52,32 @@ void MainWindow::TimerInit()
     } else {
         recordPosition();
         on_btn_cam1_clicked();
-        // The first camera is opened twice in a row: closed, opened and read once more.
+        // Closes, opens and reads the first camera once more. Deliberate.
         Setting_Press(0);
         form->btn_mute->setStyleSheet(style_sheets::notMuted());
-        // Also when both opens failed: the list is what counts, and each control then finds out
-        // for itself that nothing is open.
+        // Even if both opens failed: what counts is that a camera is listed.
         usb_mode = 1;
         warn_exit();
     }
     timer->stop();
 }
 
+void MainWindow::Setting_Press(int flag)
+{
+    device->CloseDevice();
+    BaseDevice::Initial();
+    const QByteArray name = QString::number(flag, 10).toLatin1();
+    if (!device->OpenDevice(name.constData(), flag))
+        return;
+    device->GetPropertyValues();
+    takeRanges();
+    showRanges();
+}
+
 void MainWindow::on_btn_cam1_clicked()
 {
     if (maxcam == 0) {
-        // No notice here: the no-camera notice has said it.
+        // No notice: the poll has shown the one that no camera is connected.
         showCameraButtons(0);
         return;
     }
@@ -83,9 +94,8 @@ bool isCameraThere(int number)
 
 } // namespace
 
-// For the buttons 2 to 5. The green mark is set whether or not the open succeeded. When the camera
-// is missing the mark goes back to camera 1, even if there is none at all, and the camera that was
-// open stays open.
+// Buttons 2 to 5. The button turns green even if the open fails. If the camera is missing, button 1
+// turns green, even if there is no camera at all, and the open camera stays open.
 void MainWindow::chooseCamera(int number, void (MainWindow::*warnMissing)())
 {
     if (isCameraThere(number)) {
@@ -99,8 +109,8 @@ void MainWindow::chooseCamera(int number, void (MainWindow::*warnMissing)())
 
 void MainWindow::on_btn_cam2_clicked()
 {
-    // Only this button first puts the white balance slider back to the value of the camera that is
-    // being left. Nothing is sent: the slider speaks to the camera only when it is dragged.
+    // This button alone first moves the white balance slider to the value of the camera being left.
+    // Nothing is sent: the slider sends only when it is pressed or dragged.
     if (isCameraThere(2))
         form->slider_wb->setValue(cur_wb);
     chooseCamera(2, &MainWindow::cam2_warn);
@@ -110,8 +120,7 @@ void MainWindow::on_btn_cam3_clicked() { chooseCamera(3, &MainWindow::cam3_warn)
 void MainWindow::on_btn_cam4_clicked() { chooseCamera(4, &MainWindow::cam4_warn); }
 void MainWindow::on_btn_cam5_clicked() { chooseCamera(5, &MainWindow::cam5_warn); }
 
-// The notice that InitWindows made stays hidden; each notice shown is a new one, and an old one is
-// never deleted.
+// Every notice shown is a new one, and none is ever deleted.
 void MainWindow::Warn_NoDev()
 {
     recordPosition();
@@ -120,8 +129,13 @@ void MainWindow::Warn_NoDev()
     noDeviceDialog->show();
 }
 
-// Notices stack up: each press of an empty position puts up one more, and each is dismissed by
-// itself.
+void MainWindow::warn_exit()
+{
+    noDeviceDialog->setModal(false);
+    noDeviceDialog->hide();
+}
+
+// Notices stack up, one for each press, and are dismissed one by one.
 void MainWindow::warnMissingCamera()
 {
     const QPoint corner = mapToGlobal(QPoint(0, 0));

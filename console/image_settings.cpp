@@ -6,19 +6,20 @@
 
 #include "console/main_window.h"
 
-#include <algorithm>
 #include <array>
 
 #include "console/console_state.h"
 #include "device/property_ranges.h"
 #include "ui_main_window.h"
 
+using Form = Ui::MainWindow;
+
 // One row of the panel.
 struct MainWindow::ImageProperty
 {
     PropertyId id;
-    QSlider *Ui::MainWindow::*slider;
-    QLineEdit *Ui::MainWindow::*box;
+    QSlider *Form::*slider;
+    QLineEdit *Form::*box;
     bool (BaseDevice::*setter)(int);
     int &cur;
     int &min;
@@ -26,39 +27,48 @@ struct MainWindow::ImageProperty
     int &def;
     int &step;
 
-    // In the order in which the camera is read and the panel is filled.
-    static const std::array<ImageProperty, 7> rows;
+    static const ImageProperty backlight;
+    static const ImageProperty gamma;
+    static const ImageProperty contrast;
+    static const ImageProperty saturation;
+    static const ImageProperty brightness;
+    static const ImageProperty sharpness;
+    static const ImageProperty whiteBalance;
 
-    static const ImageProperty &of(PropertyId wanted)
-    {
-        return *std::find_if(rows.begin(), rows.end(),
-            [wanted](const ImageProperty &row) { return row.id == wanted; });
-    }
+    // In the order in which the panel is filled.
+    static const std::array<const ImageProperty *, 7> rows;
 };
 
-#define PTZ_IMAGE_PROPERTY(id, name, setter)                                                       \
-    {                                                                                              \
-        id, &Ui::MainWindow::slider_##name, &Ui::MainWindow::v_##name, &BaseDevice::setter,        \
-            cur_##name, min_##name, max_##name, default_##name, step_##name                        \
-    }
+const MainWindow::ImageProperty MainWindow::ImageProperty::backlight = { PropertyBacklight,
+    &Form::slider_blc, &Form::v_blc, &BaseDevice::SetBLC, //
+    cur_blc, min_blc, max_blc, default_blc, step_blc };
+const MainWindow::ImageProperty MainWindow::ImageProperty::gamma = { PropertyGamma,
+    &Form::slider_gamma, &Form::v_gamma, &BaseDevice::SetGamma, //
+    cur_gamma, min_gamma, max_gamma, default_gamma, step_gamma };
+const MainWindow::ImageProperty MainWindow::ImageProperty::contrast = { PropertyContrast,
+    &Form::slider_contrast, &Form::v_contrast, &BaseDevice::SetContrast, //
+    cur_contrast, min_contrast, max_contrast, default_contrast, step_contrast };
+const MainWindow::ImageProperty MainWindow::ImageProperty::saturation = { PropertySaturation,
+    &Form::slider_saturation, &Form::v_saturation, &BaseDevice::SetSaturation, //
+    cur_saturation, min_saturation, max_saturation, default_saturation, step_saturation };
+const MainWindow::ImageProperty MainWindow::ImageProperty::brightness = { PropertyBrightness,
+    &Form::slider_brightness, &Form::v_brightness, &BaseDevice::SetBrightness, //
+    cur_brightness, min_brightness, max_brightness, default_brightness, step_brightness };
+const MainWindow::ImageProperty MainWindow::ImageProperty::sharpness = { PropertySharpness,
+    &Form::slider_sharpness, &Form::v_sharpness, &BaseDevice::SetSharpness, //
+    cur_sharpness, min_sharpness, max_sharpness, default_sharpness, step_sharpness };
+const MainWindow::ImageProperty MainWindow::ImageProperty::whiteBalance = { PropertyWhiteBalance,
+    &Form::slider_wb, &Form::v_wb, &BaseDevice::SetWhiteBalance, //
+    cur_wb, min_wb, max_wb, default_wb, step_wb };
 
-const std::array<MainWindow::ImageProperty, 7> MainWindow::ImageProperty::rows = { {
-    PTZ_IMAGE_PROPERTY(PropertyBacklight, blc, SetBLC),
-    PTZ_IMAGE_PROPERTY(PropertyGamma, gamma, SetGamma),
-    PTZ_IMAGE_PROPERTY(PropertyContrast, contrast, SetContrast),
-    PTZ_IMAGE_PROPERTY(PropertySaturation, saturation, SetSaturation),
-    PTZ_IMAGE_PROPERTY(PropertyBrightness, brightness, SetBrightness),
-    PTZ_IMAGE_PROPERTY(PropertySharpness, sharpness, SetSharpness),
-    PTZ_IMAGE_PROPERTY(PropertyWhiteBalance, wb, SetWhiteBalance),
-} };
-
-#undef PTZ_IMAGE_PROPERTY
+const std::array<const MainWindow::ImageProperty *, 7> MainWindow::ImageProperty::rows = {
+    &backlight, &gamma, &contrast, &saturation, &brightness, &sharpness, &whiteBalance
+};
 
 void MainWindow::on_btn_setting_clicked()
 {
     if (usb_mode == 0) {
-        // For good: nothing enables the panel again.
-        form->Win_Right->setEnabled(false);
+        form->Win_Right->setEnabled(false); // for good: nothing enables it again
     } else if (right_flag == 1) {
         form->Win_Right->setVisible(false);
         right_flag = 0;
@@ -68,35 +78,22 @@ void MainWindow::on_btn_setting_clicked()
     }
 }
 
-// Everything was sent while it was dragged; OK only closes the panel.
+// The values were sent while they were dragged; OK only closes the panel.
 void MainWindow::on_btn_ok_clicked()
 {
     form->Win_Right->setVisible(false);
     right_flag = 0;
 }
 
-void MainWindow::Setting_Press(int flag)
-{
-    device->CloseDevice();
-    BaseDevice::Initial();
-    const QByteArray name = QString::number(flag, 10).toLatin1();
-    if (!device->OpenDevice(name.constData(), flag))
-        return;
-    device->GetPropertyValues();
-    takeRanges();
-    showRanges();
-}
-
 void MainWindow::takeRanges()
 {
-    for (const ImageProperty &row : ImageProperty::rows) {
-        const PropertyRecord &record = device->props.at(row.id);
-        row.cur = static_cast<int>(record.cur);
-        row.min = static_cast<int>(record.min);
-        row.max = static_cast<int>(record.max);
-        row.def = static_cast<int>(record.def);
-        // Not the record's: with a step of 0 a click beside a slider's handle does not move it.
-        row.step = 0;
+    for (const ImageProperty *const row : ImageProperty::rows) {
+        const PropertyRecord &record = device->props.at(row->id);
+        row->cur = static_cast<int>(record.cur);
+        row->min = static_cast<int>(record.min);
+        row->max = static_cast<int>(record.max);
+        row->def = static_cast<int>(record.def);
+        row->step = 0; // not the record's: a click beside the handle must not move the slider
     }
     const PropertyRecord &flicker = device->props.at(PropertyFlicker);
     cur_fliker = static_cast<int>(flicker.cur);
@@ -105,31 +102,32 @@ void MainWindow::takeRanges()
     default_fliker = static_cast<int>(flicker.def);
 }
 
-// Nothing is written to the camera here, except that a change of the anti-flicker choice writes
-// the camera's own value back to it.
+// Writes nothing to the camera, with one exception: a change of the anti-flicker choice sends the
+// camera its own value.
 void MainWindow::showRanges()
 {
-    for (const ImageProperty &row : ImageProperty::rows) {
-        QSlider *const slider = form->*row.slider;
-        // Saturation takes its value before its range: at the first load the slider cannot go
-        // beyond the 99 of the form, while the box beside it tells the true value. Every later
-        // load finds the range set.
-        if (row.id == PropertySaturation)
-            slider->setValue(row.cur);
-        slider->setMinimum(row.min);
-        slider->setMaximum(row.max);
-        slider->setPageStep(row.step);
-        if (row.id != PropertySaturation)
-            slider->setValue(row.cur);
+    for (const ImageProperty *const row : ImageProperty::rows) {
+        QSlider *const slider = form.get()->*row->slider;
+        // Saturation gets its value before its range. At the first load it is clamped to the 99 of
+        // the form while the box beside it shows the camera's value; later loads find the range
+        // set.
+        const bool valueFirst = row == &ImageProperty::saturation;
+        if (valueFirst)
+            slider->setValue(row->cur);
+        slider->setMinimum(row->min);
+        slider->setMaximum(row->max);
+        slider->setPageStep(row->step);
+        if (!valueFirst)
+            slider->setValue(row->cur);
     }
-    for (const ImageProperty &row : ImageProperty::rows)
-        showValue(row, row.cur);
+    for (const ImageProperty *const row : ImageProperty::rows)
+        showValue(*row, row->cur);
     form->cb_fliker->setCurrentIndex(cur_fliker);
 }
 
 void MainWindow::showValue(const ImageProperty &row, int value)
 {
-    (form->*row.box)->setText(QString::number(value, 10));
+    (form.get()->*row.box)->setText(QString::number(value, 10));
 }
 
 void MainWindow::sendValue(const ImageProperty &row, int value)
@@ -138,74 +136,70 @@ void MainWindow::sendValue(const ImageProperty &row, int value)
         (device->*row.setter)(value);
 }
 
-// The slider is dragged: one request for each movement.
-void MainWindow::adjustProperty(PropertyId id, int position)
+// Sends one request for each movement.
+void MainWindow::adjustProperty(const ImageProperty &row, int position)
 {
-    const ImageProperty &row = ImageProperty::of(id);
     row.cur = position;
     showValue(row, position);
     sendValue(row, position);
 }
 
-// The handle is grabbed: the camera gets the value that the slider shows, moved or not.
-void MainWindow::resendProperty(PropertyId id)
+// Pressing the handle sends the slider's value again, moved or not.
+void MainWindow::resendProperty(const ImageProperty &row)
 {
-    const ImageProperty &row = ImageProperty::of(id);
-    QSlider *const slider = form->*row.slider;
+    QSlider *const slider = form.get()->*row.slider;
     row.cur = slider->value();
     slider->setValue(row.cur);
     showValue(row, row.cur);
     sendValue(row, row.cur);
 }
 
+// White balance alone stores its value twice. Deliberate.
 void MainWindow::on_slider_wb_sliderMoved(int position)
 {
-    const ImageProperty &row = ImageProperty::of(PropertyWhiteBalance);
-    row.cur = position;
-    showValue(row, position);
-    // White balance alone is noted a second time, once it is shown: the button of camera 2 reads
-    // it back from here.
-    row.cur = position;
-    sendValue(row, position);
+    cur_wb = position;
+    showValue(ImageProperty::whiteBalance, position);
+    cur_wb = position;
+    sendValue(ImageProperty::whiteBalance, position);
 }
 
 void MainWindow::on_slider_blc_sliderMoved(int position)
 {
-    adjustProperty(PropertyBacklight, position);
+    adjustProperty(ImageProperty::backlight, position);
 }
 
 void MainWindow::on_slider_gamma_sliderMoved(int position)
 {
-    adjustProperty(PropertyGamma, position);
+    adjustProperty(ImageProperty::gamma, position);
 }
 
 void MainWindow::on_slider_contrast_sliderMoved(int position)
 {
-    adjustProperty(PropertyContrast, position);
+    adjustProperty(ImageProperty::contrast, position);
 }
 
 void MainWindow::on_slider_saturation_sliderMoved(int position)
 {
-    adjustProperty(PropertySaturation, position);
+    adjustProperty(ImageProperty::saturation, position);
 }
 
 void MainWindow::on_slider_brightness_sliderMoved(int position)
 {
-    adjustProperty(PropertyBrightness, position);
+    adjustProperty(ImageProperty::brightness, position);
 }
 
 void MainWindow::on_slider_sharpness_sliderMoved(int position)
 {
-    adjustProperty(PropertySharpness, position);
+    adjustProperty(ImageProperty::sharpness, position);
 }
 
-void MainWindow::on_slider_wb_sliderPressed() { resendProperty(PropertyWhiteBalance); }
-void MainWindow::on_slider_gamma_sliderPressed() { resendProperty(PropertyGamma); }
-void MainWindow::on_slider_contrast_sliderPressed() { resendProperty(PropertyContrast); }
-void MainWindow::on_slider_saturation_sliderPressed() { resendProperty(PropertySaturation); }
-void MainWindow::on_slider_brightness_sliderPressed() { resendProperty(PropertyBrightness); }
-void MainWindow::on_slider_sharpness_sliderPressed() { resendProperty(PropertySharpness); }
-void MainWindow::on_slider_blc_sliderPressed() { resendProperty(PropertyBacklight); }
+void MainWindow::on_slider_wb_sliderPressed() { resendProperty(ImageProperty::whiteBalance); }
+void MainWindow::on_slider_gamma_sliderPressed() { resendProperty(ImageProperty::gamma); }
+void MainWindow::on_slider_contrast_sliderPressed() { resendProperty(ImageProperty::contrast); }
+void MainWindow::on_slider_saturation_sliderPressed() { resendProperty(ImageProperty::saturation); }
+void MainWindow::on_slider_brightness_sliderPressed() { resendProperty(ImageProperty::brightness); }
+void MainWindow::on_slider_sharpness_sliderPressed() { resendProperty(ImageProperty::sharpness); }
+void MainWindow::on_slider_blc_sliderPressed() { resendProperty(ImageProperty::backlight); }
 
 void MainWindow::on_cb_fliker_currentTextChanged(const QString & /*arg1*/)
 {
@@ -221,15 +215,14 @@ void MainWindow::on_cb_fliker_currentTextChanged(const QString & /*arg1*/)
         device->SetFlicker(frequency);
 }
 
-// The current values (cur_…) stay as they were: a slider brings its own up to date when it is next
-// grabbed.
+// Leaves the cur_ values as they are: the next press or drag of a slider updates its own.
 void MainWindow::on_btn_default_clicked()
 {
-    for (const ImageProperty &row : ImageProperty::rows)
-        (form->*row.slider)->setValue(row.def);
+    for (const ImageProperty *const row : ImageProperty::rows)
+        (form.get()->*row->slider)->setValue(row->def);
     form->cb_fliker->setCurrentIndex(default_fliker);
-    for (const ImageProperty &row : ImageProperty::rows)
-        showValue(row, row.def);
+    for (const ImageProperty *const row : ImageProperty::rows)
+        showValue(*row, row->def);
     if (usb_mode != 1)
         return;
     device->SetWhiteBalance(default_wb);
@@ -240,6 +233,5 @@ void MainWindow::on_btn_default_clicked()
     device->SetBrightness(default_brightness);
     device->SetSharpness(default_sharpness);
     device->SetFlicker(default_fliker);
-    // Last: the default colour temperature holds only while the camera does not choose its own.
     device->SetWhiteBalanceAuto(0);
 }

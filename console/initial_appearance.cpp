@@ -1,7 +1,7 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// What the form becomes before the window is shown for the first time.
+// What becomes of the form before the window is first shown.
 
 #include "console/main_window.h"
 
@@ -9,27 +9,11 @@
 #include <QIcon>
 
 #include "console/console_state.h"
-#include "console/lens_rest.h"
-#include "console/style_sheets.h"
 #include "ui_main_window.h"
 #include "widgets/no_device.h"
+#include "widgets/style_sheets.h"
 
 namespace {
-
-void restLensSlider(QSlider *slider)
-{
-    slider->setSliderPosition(SLIDER_CENTRE);
-    slider->setPageStep(0);
-}
-
-/// The signs in the title line. Minimise and close are painted on the panel's background.
-void setSigns(const Ui::MainWindow &form)
-{
-    form.btn_mute->setStyleSheet(style_sheets::muted());
-    form.btn_top->setStyleSheet(style_sheets::onTopAtStart());
-    form.btn_min->setStyleSheet(style_sheets::invisible());
-    form.btn_close->setStyleSheet(style_sheets::invisible());
-}
 
 void setKeyFaces(const Ui::MainWindow &form)
 {
@@ -65,7 +49,7 @@ void setKeyFaces(const Ui::MainWindow &form)
 
 void MainWindow::InitWindows()
 {
-    // The joystick has read the screen's resolution by now; only what comes later sees 96.
+    // The joystick has already read the screen's resolution; this affects only what comes later.
     QCoreApplication::setAttribute(Qt::AA_Use96Dpi, true);
     setFixedSize(width(), height());
     setWindowFlags(Qt::FramelessWindowHint);
@@ -74,8 +58,11 @@ void MainWindow::InitWindows()
     right_flag = 0;
     topState = false;
 
-    setSigns(*form);
-    form->slider_focus->setEnabled(false); // the focus is automatic until the user says otherwise
+    form->btn_mute->setStyleSheet(style_sheets::muted());
+    form->btn_top->setStyleSheet(style_sheets::onTopAtStart());
+    form->btn_min->setStyleSheet(style_sheets::invisible());
+    form->btn_close->setStyleSheet(style_sheets::invisible());
+    form->slider_focus->setEnabled(false); // the focus starts in automatic mode
     setKeyFaces(*form);
     form->btn_setting->setStyleSheet(style_sheets::invisible());
     form->btn_default->setStyleSheet(style_sheets::keyFace(QStringLiteral("Default")));
@@ -84,10 +71,8 @@ void MainWindow::InitWindows()
     trayIcon = new QSystemTrayIcon(QIcon(QStringLiteral(":/img/min_img.ico")), this);
     trayIcon->setVisible(true);
 
-    restLensSlider(form->slider_zoom);
-    restLensSlider(form->slider_focus);
-    // No camera is selected before the start-up poll: 0 is none of the five.
-    showCameraButtons(0);
+    restLensSliders();
+    showCameraButtons(0); // none is selected before the poll
 
     noDeviceDialog = new NO_Device(nullptr);
 }

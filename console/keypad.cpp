@@ -1,8 +1,8 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// The preset keypad. A digit recalls its preset; after Set it stores the camera's position there,
-// after Clear it forgets it. The armed mode is not shown on screen.
+// The preset keypad. A digit recalls its preset; after Set it stores the camera's position, after
+// Clear it clears the preset. The mode is not shown on screen.
 
 #include "console/main_window.h"
 
@@ -20,8 +20,8 @@ void MainWindow::on_btn_clear_clicked()
     clearArmed = 1;
 }
 
-// A mode is used up by the one digit that was sent, whatever the camera made of it. Without a
-// camera it stays armed.
+// A mode lasts for one digit, even if the camera refuses the command. Without a camera it stays
+// armed.
 void MainWindow::pressDigit(unsigned char preset)
 {
     if (usb_mode != 1)

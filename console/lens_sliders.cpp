@@ -2,24 +2,25 @@
 // SPDX-License-Identifier: MIT
 
 // Zoom and focus. Each slider is a three-way switch, not a position: above its rest value the lens
-// moves one way, below it the other way, at rest it stops. Let go, it springs back.
+// moves one way, below it the other way, at rest it stops. Released, it springs back.
 
 #include "console/main_window.h"
 
 #include "console/console_state.h"
-#include "console/lens_rest.h"
 #include "ui_main_window.h"
+
+using Form = Ui::MainWindow;
 
 namespace {
 
-// How far the slider is pushed does not matter.
-constexpr int lensSpeed = 1;
+constexpr int SLIDER_CENTRE = 45; // the rest value, below the middle of the range 0 to 99
+constexpr int lensSpeed = 1;      // however far the slider is pushed
 
 } // namespace
 
 struct MainWindow::Lens
 {
-    QSlider *Ui::MainWindow::*slider;
+    QSlider *Form::*slider;
     bool (BaseDevice::*above)(int);
     bool (BaseDevice::*below)(int);
     bool (BaseDevice::*stop)();
@@ -28,17 +29,25 @@ struct MainWindow::Lens
     static const Lens focus;
 };
 
-const MainWindow::Lens MainWindow::Lens::zoom = { &Ui::MainWindow::slider_zoom,
+const MainWindow::Lens MainWindow::Lens::zoom = { &Form::slider_zoom, //
     &BaseDevice::StartZoomTele, &BaseDevice::StartZoomWide, &BaseDevice::StopZoom };
-const MainWindow::Lens MainWindow::Lens::focus = { &Ui::MainWindow::slider_focus,
+const MainWindow::Lens MainWindow::Lens::focus = { &Form::slider_focus, //
     &BaseDevice::StartFocusFar, &BaseDevice::StartFocusNear, &BaseDevice::StopFocus };
 
-// Each change of the value sends the start of its side again.
+void MainWindow::restLensSliders()
+{
+    for (QSlider *const slider : { form->slider_zoom, form->slider_focus }) {
+        slider->setSliderPosition(SLIDER_CENTRE);
+        slider->setPageStep(0);
+    }
+}
+
+// Every change of the value sends the start of its side again.
 void MainWindow::driveLens(const Lens &lens)
 {
     if (usb_mode != 1)
         return;
-    const int value = (form->*lens.slider)->value();
+    const int value = (form.get()->*lens.slider)->value();
     if (value > SLIDER_CENTRE)
         (device->*lens.above)(lensSpeed);
     else if (value < SLIDER_CENTRE)
@@ -47,11 +56,11 @@ void MainWindow::driveLens(const Lens &lens)
         (device->*lens.stop)();
 }
 
-// Going back to rest changes the value, which has already sent a stop; this is the second one. A
-// slider let go at rest sends this one only.
+// Springing back changes the value, which sends a first stop; this sends the second. A slider
+// released at rest sends only this one.
 void MainWindow::springBack(const Lens &lens)
 {
-    (form->*lens.slider)->setValue(SLIDER_CENTRE);
+    (form.get()->*lens.slider)->setValue(SLIDER_CENTRE);
     if (usb_mode == 1)
         (device->*lens.stop)();
 }

@@ -8,6 +8,7 @@
 #include <QPoint>
 #include <QSystemTrayIcon>
 
+#include <memory>
 #include <vector>
 
 #include "device/base_device.h"
@@ -21,30 +22,28 @@ namespace Ui {
 class MainWindow;
 }
 
-/// The control panel: one frameless, translucent window of 653 × 436 pixels. The left panel drives
-/// the camera; the right panel, shown on request, holds the image settings.
+/// The control panel: one frameless, translucent window. The left panel drives the camera; the
+/// right panel, shown on request, holds the image settings.
 ///
 /// Slots named on_<object>_<signal> are connected by name when the form is built; connecting one
-/// again would send each command twice. The sections below stand in the order of the slots'
-/// declaration, which is fixed; each names the source file that holds its functions.
+/// again would send each command twice. Each section below names the source file that defines it.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    /// Builds the form, makes the device object (which takes the list of the cameras plugged in)
-    /// and starts the poll that opens the first camera half a second later. lifecycle.cpp
+    /// Builds the form, creates the device, which lists the cameras, and starts the poll that opens
+    /// the first one half a second later. main_window.cpp
     explicit MainWindow(QWidget *parent = nullptr);
 
-    /// Frees the form's record. The camera is not closed and no command is sent: the device and
-    /// the notices end with the process.
+    /// Closes no camera and sends nothing: the device and the notices end with the process.
     ~MainWindow() override;
 
     MainWindow(const MainWindow &) = delete;
     MainWindow &operator=(const MainWindow &) = delete;
 
 protected:
-    // window_chrome.cpp: a left-button drag on the background moves the window.
+    // window_chrome.cpp: dragging the background with the left button moves the window.
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
@@ -53,33 +52,33 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void keyReleaseEvent(QKeyEvent *event) override;
 
-    // window_chrome.cpp: a window past a screen edge slides in when the pointer comes and almost
-    // out when it goes.
+    // window_chrome.cpp: a window past a screen edge slides in when the pointer enters it and
+    // almost out when the pointer leaves.
     void enterEvent(QEvent *event) override;
     void leaveEvent(QEvent *event) override;
 
     // The order of the slots, event handlers among them, is part of the class's interface.
 public slots:
-    // lifecycle.cpp
-    /// Does again what the constructor does: a new timer, both notices on top, a new device.
-    /// Nothing calls it.
+    // main_window.cpp
+    /// Repeats part of the constructor: a new timer, both notices on top, a new device. Never
+    /// called.
     void InitValue();
-    /// Turns the form into the window at start. initial_appearance.cpp
+    /// Turns the form into the window as it first appears. initial_appearance.cpp
     void InitWindows();
     /// Starts the poll and connects the sliders and the joystick.
     void InitConnect();
-    /// Does nothing; nothing calls it.
+    /// Does nothing. Never called.
     void InitUSBGuid();
-    /// False: every native event goes on to the toolkit.
+    /// Always false: the toolkit handles every native event.
     bool nativeEvent(const QByteArray &eventType, void *message, long *result) override;
     /// Lets the style paint the window's own background. window_chrome.cpp
     void paintEvent(QPaintEvent *event) override;
-    /// A double click on the tray icon brings the window back; every other use is ignored.
+    /// A double click on the tray icon restores the window. window_buttons.cpp
     void on_activatedSysTrayIcon(QSystemTrayIcon::ActivationReason reason);
 
     // pan_tilt.cpp
-    /// Sends the requests of one joystick direction (0 to 8, a 3 × 3 grid in reading order, 4 =
-    /// stop) at the given camera speeds; anything else sends nothing.
+    /// Sends the requests of a joystick direction, 0 to 8 (a 3 × 3 grid in reading order, 4 stops),
+    /// at these camera speeds. Any other number sends nothing.
     void MoveEvent(BaseDevice *camera, int direction, int panSpeed, int tiltSpeed);
     /// The joystick reports a direction.
     void MovePlace(int num);
@@ -94,7 +93,7 @@ public slots:
     void focuschanged();
     void focusstop();
 
-    // function_buttons.cpp
+    // function_buttons.cpp; on top, minimise and close: window_buttons.cpp
     void on_btn_mute_clicked();
     void on_btn_top_clicked();
     void on_btn_min_clicked();
@@ -134,21 +133,20 @@ public slots:
     void on_btn_setting_clicked();
 
     // camera_selection.cpp
-    /// The one poll, half a second after the start: opens the first camera or says that there is
-    /// none.
+    /// The one poll, half a second after the start: opens the first camera or shows the no-camera
+    /// notice.
     void TimerInit();
-    /// Closes the open camera, opens number `flag` (from 0) and shows its image properties. When
-    /// the open fails the panel keeps what it showed. image_settings.cpp
+    /// Closes the open camera, opens camera `flag` (from 0) and shows its image properties. If the
+    /// open fails, the settings panel keeps what it shows.
     void Setting_Press(int flag);
-    /// Puts up the notice that no camera is connected.
+    /// Shows a notice that no camera is connected.
     void Warn_NoDev();
-    /// Each puts up the notice that this camera position is empty.
+    /// Each shows a notice that the chosen camera does not exist.
     void cam2_warn();
     void cam3_warn();
     void cam4_warn();
     void cam5_warn();
-    /// Takes the no-camera notice down; the poll does so when it found a camera. No signal is
-    /// connected to it. lifecycle.cpp
+    /// Hides the no-camera notice. Called by the poll; no signal is connected to it.
     void warn_exit();
 
     // image_settings.cpp
@@ -171,10 +169,10 @@ public slots:
     void on_slider_blc_sliderPressed();
 
 private:
-    friend class MainWindowProbe; // the tests' window on the members below
-    struct Toggle;                // a button with two states, function_buttons.cpp
-    struct Lens;                  // what one of the two lens sliders drives, lens_sliders.cpp
-    struct ImageProperty;         // one row of the settings panel, image_settings.cpp
+    friend class MainWindowProbe; // gives the tests access to the members below
+    struct Toggle;                // a switch of the camera: function_buttons.cpp
+    struct Lens;                  // what a lens slider drives: lens_sliders.cpp
+    struct ImageProperty;         // a row of the settings panel: image_settings.cpp
 
     // pan_tilt.cpp
     void pressKey(int key);
@@ -182,6 +180,7 @@ private:
     void driveReported();
 
     // lens_sliders.cpp
+    void restLensSliders();
     void driveLens(const Lens &lens);
     void springBack(const Lens &lens);
 
@@ -202,31 +201,32 @@ private:
     void showRanges();
     void showValue(const ImageProperty &row, int value);
     void sendValue(const ImageProperty &row, int value);
-    void adjustProperty(PropertyId id, int position);
-    void resendProperty(PropertyId id);
+    void adjustProperty(const ImageProperty &row, int position);
+    void resendProperty(const ImageProperty &row);
 
     // window_chrome.cpp
     void recordPosition();
+    int transparentWidth() const;
 
     QPoint dragPosition; ///< the pointer's global position at the last step of a window drag
-    QHash<int, QObject *> objectTable;  ///< never filled or read
-    bool dragging = false;              ///< the left button, pressed on the background, is held
-    bool afState = false;               ///< manual focus is selected
-    bool aiState = false;               ///< automatic framing is off
-    bool topState = false;              ///< notices are not kept on top
-    bool muteState = true;              ///< the next click mutes
-    int setArmed = 0;                   ///< 1: the next digit stores a preset
-    int clearArmed = 0;                 ///< 1: the next digit clears a preset
-    bool flipState = true;              ///< the next click turns flip on
-    bool mirrorState = true;            ///< the next click turns mirror on
-    std::vector<DeviceInfo> deviceList; ///< what the start-up poll found
-    BaseDevice *device = nullptr;       ///< the camera; kept until the process ends
-    QTimer *timer = nullptr;            ///< the start-up poll
-    QTimer *spareTimer = nullptr;       ///< never started
-    int place = 0;                      ///< last direction that the joystick reported
-    int speedX = 0;                     ///< last pan speed level that the joystick reported
-    int speedY = 0;                     ///< last tilt speed level that the joystick reported
-    Ui::MainWindow *form;               ///< the widgets, by object name
+    QHash<int, QObject *> objectTable; ///< unused
+    bool dragging = false;   ///< the left button was pressed on the background and is held
+    bool afState = false;    ///< manual focus is selected
+    bool aiState = false;    ///< automatic framing is off
+    bool topState = false;   ///< notices do not stay on top
+    bool muteState = true;   ///< the next click mutes
+    int setArmed = 0;        ///< 1: the next digit stores a preset
+    int clearArmed = 0;      ///< 1: the next digit clears a preset
+    bool flipState = true;   ///< the next click turns flip on
+    bool mirrorState = true; ///< the next click turns mirror on
+    std::vector<DeviceInfo> deviceList;   ///< what the poll found
+    BaseDevice *device = nullptr;         ///< kept until the process ends
+    QTimer *timer = nullptr;              ///< the start-up poll
+    QTimer *spareTimer = nullptr;         ///< never started
+    int place = 0;                        ///< last direction reported by the joystick
+    int speedX = 0;                       ///< last pan level reported by the joystick
+    int speedY = 0;                       ///< last tilt level reported by the joystick
+    std::unique_ptr<Ui::MainWindow> form; ///< the widgets, by object name
     QSystemTrayIcon *trayIcon = nullptr;
     NO_Device *noDeviceDialog = nullptr;
     NO_Mord_Camera *noMoreCameraDialog = nullptr;

@@ -1,16 +1,16 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// Driving with the keyboard and the joystick. A camera that was started moves until it is stopped;
-// every stop below stops both axes.
+// Driving with the keyboard and the joystick. A motion goes on until it is stopped; every stop
+// below stops both axes.
 
 #include "console/main_window.h"
 
 #include <QKeyEvent>
 
 #include "console/console_state.h"
-#include "console/style_sheets.h"
 #include "ui_main_window.h"
+#include "widgets/style_sheets.h"
 
 namespace {
 
@@ -19,13 +19,13 @@ constexpr int keyPanSpeed = 21;
 constexpr int keyTiltSpeed = 14;
 constexpr int keyZoomSpeed = 1;
 
-// What makes a camera speed of the joystick's levels, 0 to 7: 21 and 14 at the most, as the keys.
+// The joystick's levels are 0 to 7: at most the speeds of the keys.
 constexpr int panSpeedPerLevel = 3;
 constexpr int tiltSpeedPerLevel = 2;
 
 } // namespace
 
-// Every key press that is delivered acts, whatever its modifiers, a repeated one too.
+// Every press acts, auto-repeat included, whatever its modifiers.
 void MainWindow::keyPressEvent(QKeyEvent *event)
 {
     if (usb_mode != 0)
@@ -36,7 +36,7 @@ void MainWindow::keyPressEvent(QKeyEvent *event)
 void MainWindow::pressKey(int key)
 {
     if (key >= Qt::Key_0 && key <= Qt::Key_9) {
-        // The keypad's store and clear modes are not for the keyboard and stay armed.
+        // Always a recall: the keypad's modes do not apply, and stay armed.
         device->CallPreset(static_cast<unsigned char>(key - Qt::Key_0));
         return;
     }
@@ -80,8 +80,8 @@ void MainWindow::keyReleaseEvent(QKeyEvent *event)
     QMainWindow::keyReleaseEvent(event);
 }
 
-// One chain of stops, entered at a different link by each key. All of its pan and tilt stops are
-// the same request: a camera that stands is only told so again.
+// One chain of stops, entered at a different link by each key. All pan and tilt stops are the same
+// request.
 void MainWindow::releaseKey(int key)
 {
     switch (key) {
@@ -106,8 +106,8 @@ void MainWindow::releaseKey(int key)
     }
 }
 
-// The joystick reports ten times a second, changed or not; only a change is sent. What it reports
-// while there is no camera is remembered all the same.
+// The joystick reports every 100 ms, changed or not; only a change is sent. Without a camera the
+// values are stored as well.
 
 void MainWindow::MovePlace(int num)
 {
@@ -175,8 +175,8 @@ void MainWindow::MoveEvent(BaseDevice *camera, int direction, int panSpeed, int 
         camera->StartMoveDown(tiltSpeed);
         break;
     case 8:
-        // Tilt before pan, the one diagonal that goes this way round. The second request replaces
-        // the first axis by zero, so the order decides which axis the camera follows.
+        // The one diagonal with tilt before pan. Each request carries its own axis and zero for the
+        // other, so the order is behaviour.
         camera->StartMoveDown(tiltSpeed);
         camera->StartMoveRight(panSpeed);
         break;

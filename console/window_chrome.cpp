@@ -1,8 +1,8 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// What a title bar would do for this frameless window: dragging by the background, docking at the
-// screen's edges, and its own background. No handler calls its base's.
+// What a title bar would do for this frameless window: dragging by the background and docking at
+// the screen's edges. And its own background. No handler calls its base's.
 
 #include "console/main_window.h"
 
@@ -13,26 +13,24 @@
 #include <QStyleOption>
 
 #include "console/console_state.h"
+#include "ui_main_window.h"
 #include "widgets/notice_state.h"
 
 namespace {
 
-// What stays on the screen of a docked window, and how far past the edge it stands when it has
-// come back: still past it, so that it hides again when the pointer leaves.
-constexpr int shownWhenDocked = 10;
-constexpr int pastEdgeWhenBack = 10;
+// A docked window keeps a strip on the screen. Without the settings panel the strip at the left
+// edge is one pixel narrower.
+constexpr int strip = 10;
+constexpr int leftPanelStrip = 9;
+// A window that has slid back in is still past the edge, so that it docks again on the next leave.
+constexpr int pastEdge = 10;
 
-// Without the settings panel only the window's left 326 of 653 pixels are to be seen.
-constexpr int visibleWidth = 326;
-constexpr int transparentWidth = 653 - visibleWidth;
-constexpr int hiddenLeftX = 9 - visibleWidth; // 9 of them stay, one less than elsewhere
-
-// The whole desktop, not the screen that the window is on.
+// Of the whole desktop, not of the screen that the window is on.
 int desktopWidth() { return QApplication::desktop()->width(); }
 
 } // namespace
 
-// The no-camera notice places itself from here.
+// The no-camera notice is placed from here.
 void MainWindow::recordPosition()
 {
     const QPoint corner = mapToGlobal(QPoint(0, 0));
@@ -64,38 +62,40 @@ void MainWindow::mouseReleaseEvent(QMouseEvent *event)
     recordPosition();
 }
 
-// Both handlers below read the place once and keep, in each move, the coordinate that the move is
-// not about. In a corner the sideways move therefore takes back the one up or down.
+// The width of the window's right part that is transparent.
+int MainWindow::transparentWidth() const { return right_flag == 1 ? 0 : form->Win_Right->width(); }
+
+// Both handlers read the geometry once, and each move keeps the other coordinate as it was read. In
+// a corner the sideways move therefore undoes the vertical one.
 
 void MainWindow::leaveEvent(QEvent * /*event*/)
 {
     const QRect frame = geometry();
-    const int rightEdge = desktopWidth() - shownWhenDocked;
-    const bool whole = right_flag == 1;
+    const int dockedLeft =
+        right_flag == 1 ? strip - width() : leftPanelStrip - form->Win_Left->width();
+    const int dockedRight = desktopWidth() - strip;
     if (frame.y() < 0)
-        move(frame.x(), shownWhenDocked - frame.height());
+        move(frame.x(), strip - frame.height());
     if (frame.x() < 0)
-        move(whole ? shownWhenDocked - frame.width() : hiddenLeftX, frame.y());
-    if (frame.right() > (whole ? rightEdge : rightEdge + transparentWidth))
-        move(rightEdge, frame.y());
+        move(dockedLeft, frame.y());
+    if (frame.right() - transparentWidth() > dockedRight)
+        move(dockedRight, frame.y());
 }
 
 void MainWindow::enterEvent(QEvent * /*event*/)
 {
     const QRect frame = geometry();
-    const int rightEdge = desktopWidth() - shownWhenDocked;
-    const bool whole = right_flag == 1;
-    const int hidden = whole ? 0 : transparentWidth;
+    const int dockedRight = desktopWidth() - strip;
     if (frame.y() < 0)
-        move(frame.x(), -pastEdgeWhenBack);
+        move(frame.x(), -pastEdge);
     if (frame.x() < 0)
-        move(-pastEdgeWhenBack, frame.y());
-    // Flush with the right edge: the window, or the left panel when it is alone.
-    if (frame.right() > rightEdge + hidden)
-        move(desktopWidth() + hidden - frame.width(), frame.y());
+        move(-pastEdge, frame.y());
+    // The visible part ends flush with the right edge.
+    if (frame.right() - transparentWidth() > dockedRight)
+        move(desktopWidth() + transparentWidth() - frame.width(), frame.y());
 }
 
-// Makes a style sheet that is set on the window itself take effect; nothing else is drawn here.
+// Makes a style sheet set on the window itself take effect.
 void MainWindow::paintEvent(QPaintEvent * /*event*/)
 {
     QStyleOption option;

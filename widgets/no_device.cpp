@@ -6,9 +6,9 @@
 #include <QCoreApplication>
 
 #include "ui_no_device.h"
-#include "widgets/key_face.h"
 #include "widgets/notice_state.h"
 #include "widgets/notice_window.h"
+#include "widgets/style_sheets.h"
 
 NO_Device::NO_Device(QWidget *parent)
     : QDialog(parent), dialogForm(std::make_unique<Ui::NO_Device>())

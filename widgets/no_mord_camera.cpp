@@ -4,9 +4,9 @@
 #include "widgets/no_mord_camera.h"
 
 #include "ui_no_mord_camera.h"
-#include "widgets/key_face.h"
 #include "widgets/notice_state.h"
 #include "widgets/notice_window.h"
+#include "widgets/style_sheets.h"
 
 NO_Mord_Camera::NO_Mord_Camera(QWidget *parent)
     : QDialog(parent), dialogForm(std::make_unique<Ui::NO_Mord_Camera>())

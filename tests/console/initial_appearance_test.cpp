@@ -14,11 +14,11 @@
 #include <cstring>
 
 #include "console/console_state.h"
-#include "console/style_sheets.h"
 #include "tests/console/form_tables.h"
 #include "tests/console/main_window_probe.h"
 #include "widgets/no_device.h"
 #include "widgets/notice_state.h"
+#include "widgets/style_sheets.h"
 
 namespace {
 

@@ -9,10 +9,10 @@
 #include <limits>
 
 #include "console/console_state.h"
-#include "console/style_sheets.h"
 #include "tests/console/panel_fixture.h"
 #include "tests/widgets/mouse.h"
 #include "widgets/rocker_handle.h"
+#include "widgets/style_sheets.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// How the window comes to life and how it ends.
+// Construction, connections and destruction of the window.
 
 #include "console/main_window.h"
 
@@ -11,13 +11,13 @@
 #include <chrono>
 
 #include "ui_main_window.h"
-#include "widgets/no_device.h"
 #include "widgets/notice_state.h"
 
-MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), form(new Ui::MainWindow)
+MainWindow::MainWindow(QWidget *parent)
+    : QMainWindow(parent), form(std::make_unique<Ui::MainWindow>())
 {
     form->setupUi(this);
-    // The same again as InitValue, which nothing calls.
+    // What InitValue does, which nothing calls.
     timer = new QTimer(this);
     TopFlag = 1;
     Top2Flag = 1;
@@ -26,7 +26,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), form(new Ui::Main
     InitConnect();
 }
 
-MainWindow::~MainWindow() { delete form; }
+MainWindow::~MainWindow() = default;
 
 void MainWindow::InitValue()
 {
@@ -40,8 +40,7 @@ void MainWindow::InitConnect()
 {
     using namespace std::chrono_literals;
 
-    // A second device with a context and a list of its own, never used and never freed. Why is not
-    // recorded; the cameras are listed twice at the start.
+    // A second device with its own context and list, never used and never freed. Deliberate.
     static_cast<void>(BaseDevice::CreateDevice(DeviceType::USB));
 
     timer = new QTimer(this);
@@ -65,16 +64,4 @@ bool MainWindow::nativeEvent(
     const QByteArray & /*eventType*/, void * /*message*/, long * /*result*/)
 {
     return false;
-}
-
-void MainWindow::on_activatedSysTrayIcon(QSystemTrayIcon::ActivationReason reason)
-{
-    if (reason == QSystemTrayIcon::DoubleClick)
-        showNormal();
-}
-
-void MainWindow::warn_exit()
-{
-    noDeviceDialog->setModal(false);
-    noDeviceDialog->hide();
 }
