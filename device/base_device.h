@@ -151,9 +151,9 @@ public:
     virtual bool OpenPower() = 0; // 24
     /// Sends nothing; false.
     virtual bool ClosePower() = 0; // 25
-    /// Vendor command 5: microphone off. On is the odd code here, unlike every other switch.
+    /// Vendor command 5: the camera's sound off. Here on is the odd code, as with no other switch.
     virtual bool OpenMute() = 0; // 26
-    /// Vendor command 4: microphone on.
+    /// Vendor command 4: the camera's sound on.
     virtual bool CloseMute() = 0; // 27
     /// Vendor command 2: picture upside down.
     virtual bool OpenFlip() = 0; // 28

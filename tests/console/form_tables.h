@@ -124,7 +124,7 @@ inline std::vector<Row> leftPanel(const Ui::MainWindow &form)
         { ROW(btn_min), button, { 248, 6, 25, 20 }, noFont, none, "Minimise" },
         { ROW(btn_clear), button, { 224, 312, 70, 26 }, &keyFont, grayText, "Clear next preset" },
         { ROW(btn_home), button, { 129, 342, 70, 26 }, &keyFont, grayText, "Home position" },
-        { ROW(btn_mute), button, { 184, 12, 20, 13 }, noFont, none, "Mute microphone" },
+        { ROW(btn_mute), button, { 184, 12, 20, 13 }, noFont, none, "Mute sound" },
         { ROW(btn_setting), button, { 295, 360, 21, 21 }, noFont, none, "Settings" },
         { ROW(slider_focus), slider, { 278, 50, 22, 120 }, noFont, focusSlider, "Focus" },
         { ROW(btn_close), button, { 280, 6, 25, 20 }, noFont, none, "Close" },

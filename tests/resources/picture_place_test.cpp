@@ -6,7 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include "resources/art/layout.h"
+#include <string>
+
 #include "tests/resources/form_file.h"
 
 namespace {
@@ -17,33 +18,32 @@ QImage picture(const char *name)
         .convertToFormat(QImage::Format_ARGB32);
 }
 
-QRect rectOf(const art::Place &place) { return { place.x, place.y, place.width, place.height }; }
-
-template<typename Places> void expectPlaces(const FormFile &form, const Places &places)
+QRect placeOf(const char *form, const char *widget)
 {
-    for (const art::Place &place : places)
-        EXPECT_EQ(form.geometry.value(place.widget), rectOf(place)) << place.widget;
+    const QRect place = readForm(QLatin1String(form)).geometry.value(QLatin1String(widget));
+    EXPECT_FALSE(place.isEmpty()) << widget;
+    return place;
 }
 
-void expectBlackKey(const QImage &ground, const art::Place &place)
+void expectBlackKey(const char *background, const char *form, const char *widget)
 {
-    const QRect key = rectOf(place);
+    const QImage ground = picture(background);
+    const QRect key = placeOf(form, widget);
     for (int y = key.top(); y <= key.bottom(); ++y) {
         for (int x = key.left(); x <= key.right(); ++x)
-            ASSERT_EQ(ground.pixel(x, y), 0xff000000) << place.widget << " at " << x << ", " << y;
+            ASSERT_EQ(ground.pixel(x, y), 0xff000000) << widget << " at " << x << ", " << y;
     }
     const int middle = key.center().x();
-    EXPECT_NE(ground.pixel(middle, key.bottom() + 1), 0xff000000) << place.widget << ": lower edge";
-    EXPECT_NE(ground.pixel(middle, key.top() - 1), 0xff000000) << place.widget << ": upper edge";
-    EXPECT_NE(ground.pixel(key.left() - 1, key.center().y()), 0xff000000) << place.widget;
-    EXPECT_NE(ground.pixel(key.right() + 1, key.center().y()), 0xff000000) << place.widget;
+    EXPECT_NE(ground.pixel(middle, key.bottom() + 1), 0xff000000) << widget << ": lower edge";
+    EXPECT_NE(ground.pixel(middle, key.top() - 1), 0xff000000) << widget << ": upper edge";
+    EXPECT_NE(ground.pixel(key.left() - 1, key.center().y()), 0xff000000) << widget;
+    EXPECT_NE(ground.pixel(key.right() + 1, key.center().y()), 0xff000000) << widget;
 }
 
 // The rectangle around all bright pixels inside the button.
-QRect signUnder(const QImage &ground, const art::Place &button)
+QRect signUnder(const QImage &ground, const QRect &rect)
 {
     QRect sign;
-    const QRect rect = rectOf(button);
     for (int y = rect.top(); y <= rect.bottom(); ++y) {
         for (int x = rect.left(); x <= rect.right(); ++x) {
             if (qGray(ground.pixel(x, y)) > 140)
@@ -53,46 +53,60 @@ QRect signUnder(const QImage &ground, const art::Place &button)
     return sign;
 }
 
-TEST(PicturePlaces, AgreeWithTheWindowsForm)
-{
-    const FormFile form = readForm(QStringLiteral("main_window.ui"));
-    expectPlaces(form, art::keys);
-    expectPlaces(form, art::cameraButtons);
-    expectPlaces(form, art::settingSliders);
-    expectPlaces(form,
-        std::initializer_list<art::Place>{ art::minimise, art::close, art::setting, art::joystick,
-            art::zoom, art::focus, art::antiFlicker, art::defaults, art::settingsOk });
-}
-
-TEST(PicturePlaces, AgreeWithTheNoticesForms)
-{
-    expectPlaces(readForm(QStringLiteral("no_device.ui")),
-        std::initializer_list<art::Place>{ art::noticeQuit, art::noticeOk });
-    expectPlaces(readForm(QStringLiteral("no_mord_camera.ui")),
-        std::initializer_list<art::Place>{ art::onlyNoticeOk });
-}
-
 TEST(PicturePlaces, EveryKeyStandsBlackUnderItsButtonAndEndsWhereItEnds)
 {
-    for (const art::Place &key : art::keys)
-        expectBlackKey(picture("background"), key);
-    expectBlackKey(picture("setting_background"), art::defaults);
-    expectBlackKey(picture("setting_background"), art::settingsOk);
-    expectBlackKey(picture("no_device"), art::noticeQuit);
-    expectBlackKey(picture("no_device"), art::noticeOk);
-    expectBlackKey(picture("no_more_camera"), art::onlyNoticeOk);
+    for (const char *key : { "btn_af", "btn_ai", "btn_push", "btn_num1", "btn_num2", "btn_num3",
+             "btn_num4", "btn_num5", "btn_num6", "btn_num7", "btn_num8", "btn_num9", "btn_set",
+             "btn_num0", "btn_clear", "btn_flip", "btn_home", "btn_mirror" })
+        expectBlackKey("background", "main_window.ui", key);
+    expectBlackKey("setting_background", "main_window.ui", "btn_default");
+    expectBlackKey("setting_background", "main_window.ui", "btn_ok");
+    expectBlackKey("no_device", "no_device.ui", "btn_quit");
+    expectBlackKey("no_device", "no_device.ui", "btn_ok");
+    expectBlackKey("no_more_camera", "no_mord_camera.ui", "btn_ok");
 }
 
 TEST(PicturePlaces, ButtonsWithoutAFaceHaveTheirSignInTheBackground)
 {
     const QImage ground = picture("background");
-    for (const art::Place &button : { art::minimise, art::close, art::setting }) {
-        const QRect sign = signUnder(ground, button);
-        EXPECT_GE(sign.width(), 9) << button.widget;
-        EXPECT_NEAR(QRectF(sign).center().x(), button.centreX(), 0.6) << button.widget;
-        EXPECT_TRUE(rectOf(button).adjusted(1, 1, -1, -1).contains(sign)) << button.widget;
+    for (const char *button : { "btn_min", "btn_close", "btn_setting" }) {
+        const QRect place = placeOf("main_window.ui", button);
+        const QRect sign = signUnder(ground, place);
+        EXPECT_GE(sign.width(), 9) << button;
+        EXPECT_NEAR(QRectF(sign).center().x(), QRectF(place).center().x(), 0.6) << button;
+        EXPECT_TRUE(place.adjusted(1, 1, -1, -1).contains(sign)) << button;
     }
-    EXPECT_NEAR(QRectF(signUnder(ground, art::setting)).center().y(), art::setting.centreY(), 0.6);
+    const QRect setting = placeOf("main_window.ui", "btn_setting");
+    EXPECT_NEAR(QRectF(signUnder(ground, setting)).center().y(), QRectF(setting).center().y(), 0.6);
+}
+
+// A label lies on the middle of its cap: as far from the left edge as from the right one.
+TEST(PicturePlaces, EveryCameraLabelStandsInTheMiddleOfItsCap)
+{
+    const QImage ground = picture("background");
+    for (int camera = 1; camera <= 5; ++camera) {
+        const std::string number = std::to_string(camera);
+        const QRect button = placeOf("main_window.ui", ("btn_cam" + number).c_str());
+        const QImage label = picture(("cam" + number + "_black").c_str());
+        QRect ink;
+        for (int y = 0; y < label.height(); ++y) {
+            for (int x = 0; x < label.width(); ++x) {
+                if (qAlpha(label.pixel(x, y)) > 100)
+                    ink |= QRect(x, y, 1, 1);
+            }
+        }
+        ink.translate(button.x() + (button.width() - label.width()) / 2, button.y() + 21);
+        const auto isCap = [&](int x) {
+            return ground.valid(x, 410) && qGray(ground.pixel(x, 410)) > 150;
+        };
+        int left = 0;
+        int right = 0;
+        while (isCap(ink.left() - left - 1))
+            ++left;
+        while (isCap(ink.right() + right + 1))
+            ++right;
+        EXPECT_NEAR(left, right, 2) << "camera " << camera;
+    }
 }
 
 TEST(PicturePlaces, CornersOfPanelsAndNoticesAreRoundAndClean)

@@ -40,9 +40,10 @@ _JWM_SETTINGS = """<?xml version="1.0"?>
 
 
 class Desktop:
-    """A screen of 1920 by 1080 pixels. Use it in a with statement."""
+    """A screen of 1920 by 1080 pixels unless it is said. Use it in a with statement."""
 
-    def __init__(self, window_manager=OPENBOX, tray=True, compositor=False):
+    def __init__(self, window_manager=OPENBOX, tray=True, compositor=False, size=(WIDTH, HEIGHT)):
+        self.width, self.height = size
         self.home = Path(tempfile.mkdtemp(prefix="ptz-desktop-"))
         self.home.chmod(0o700)
         self._processes = []
@@ -85,9 +86,10 @@ class Desktop:
         self._server.kill()
         self._server.wait()
 
-    def screenshot(self, left=0, top=0, width=WIDTH, height=HEIGHT):
+    def screenshot(self, left=0, top=0, width=None, height=None):
         """A picture of the screen, or of a part of it; what is beside the screen is black."""
-        if left < 0 or top < 0 or left + width > WIDTH or top + height > HEIGHT:
+        width, height = width or self.width, height or self.height
+        if left < 0 or top < 0 or left + width > self.width or top + height > self.height:
             return self.screenshot().crop((left, top, left + width, top + height))
         raw = self._screen.root.get_image(left, top, width, height, X.ZPixmap, 0xFFFFFFFF)
         return Image.frombytes("RGB", (width, height), raw.data, "raw", "BGRX")
@@ -96,7 +98,8 @@ class Desktop:
         reading, writing = os.pipe()
         with os.fdopen(reading) as announced:
             self._server = processes.start(
-                ["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{WIDTH}x{HEIGHT}x24",
+                ["Xvfb", "-displayfd", str(writing), "-screen", "0",
+                 f"{self.width}x{self.height}x24",
                  "-dpi", "96", "-nolisten", "tcp", "-noreset"],
                 dict(os.environ), log=self.home / "Xvfb.log", pass_fds=[writing])
             os.close(writing)
