@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <numeric>
 #include <utility>
@@ -12,18 +13,26 @@
 
 namespace {
 
-// How much of each pixel of a key is inked when the picture is centred on it, whatever the colour.
+// How much of each pixel is inked, whatever the colour, from the ink's own upper left corner on:
+// the same sign in another colour or place has the same shape.
 std::vector<int> ink(const QString &name)
 {
-    constexpr int width = 70;
-    constexpr int height = 26;
+    constexpr int side = 50;
     const QImage image(QStringLiteral(":/img/%1.png").arg(name));
-    const QPoint corner((width - image.width()) / 2, (height - image.height()) / 2);
-    std::vector<int> cover(static_cast<size_t>(width * height));
+    int left = side;
+    int top = side;
     for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            cover[static_cast<size_t>((corner.y() + y) * width + corner.x() + x)] =
-                qAlpha(image.pixel(x, y));
+        for (int x = 0; x < image.width(); ++x) {
+            if (qAlpha(image.pixel(x, y)) > 0) {
+                left = std::min(left, x);
+                top = std::min(top, y);
+            }
+        }
+    }
+    std::vector<int> cover(static_cast<size_t>(side * side));
+    for (int y = top; y < image.height(); ++y) {
+        for (int x = left; x < image.width(); ++x)
+            cover[static_cast<size_t>((y - top) * side + x - left)] = qAlpha(image.pixel(x, y));
     }
     return cover;
 }
