@@ -4,24 +4,26 @@
 #include <QApplication>
 
 #include "console/main_window.h"
-#include "desktop/accessible_choices.h"
-#include "desktop/accessible_sliders.h"
-#include "desktop/desktop_fit.h"
+#include "desktop/accessibility.h"
 #include "desktop/hold_guard.h"
-#include "desktop/slider_steps.h"
 #include "desktop/termination.h"
+#include "desktop/x11.h"
+#include "ui_main_window.h"
 
 int main(int argc, char *argv[])
 {
-    desktop::fillStandardStreams();
-    desktop::prepare();
+    desktop::prepareStandardStreams();
+    desktop::prepareEnvironment();
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
     QApplication application(argc, argv);
-    desktop::installAccessibleSliders();
+    desktop::exposeSliders();
     MainWindow window;
-    desktop::labelChoices(window);
-    desktop::fitSliders(window);
-    const desktop::HoldGuard guard(window);
+    const Ui::MainWindow &form = window.widgets();
+    desktop::HoldGuard guard(
+        window, { form.btn_cam1, form.btn_cam2, form.btn_cam3, form.btn_cam4, form.btn_cam5 });
+    desktop::labelChoice(*form.cb_fliker);
+    const desktop::Termination termination([&guard] { guard.releaseAll(); });
+    window.setFocus();
     window.show();
     return QApplication::exec();
 }

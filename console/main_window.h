@@ -42,6 +42,9 @@ public:
     MainWindow(const MainWindow &) = delete;
     MainWindow &operator=(const MainWindow &) = delete;
 
+    /// The widgets by object name, for what fits them to the desktop.
+    const Ui::MainWindow &widgets() const { return *form; }
+
 protected:
     // window_chrome.cpp: dragging the background with the left button moves the window.
     void mousePressEvent(QMouseEvent *event) override;

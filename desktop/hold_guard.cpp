@@ -6,107 +6,60 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPushButton>
-#include <QRegularExpression>
 #include <QWindow>
 
-#include <cstdlib>
+#include <utility>
 
-#include "desktop/key_repeat.h"
-#include "desktop/slider_steps.h"
-#include "desktop/termination.h"
+#include "desktop/x11.h"
 
 namespace desktop {
 
 namespace {
 
-// The guard at work. The toolkit ends the process from within the event loop when its X server
-// goes; the guard is then still there.
-HoldGuard *activeGuard = nullptr; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
-
-void releaseAtExit()
-{
-    if (activeGuard)
-        activeGuard->releaseAll();
-}
-
-// Synthesised events tell no place; they are told apart by the key itself.
+// Synthesised events have no scan code, nor has macOS; their keys are told apart by name.
 quint32 placeOf(const QKeyEvent &event)
 {
     constexpr quint32 noPlace = 0x80000000U;
-#ifdef Q_OS_MACOS
-    // The scan code tells nothing there.
-    return noPlace | static_cast<quint32>(event.key());
-#else
     return event.nativeScanCode() != 0 ? event.nativeScanCode()
                                        : noPlace | static_cast<quint32>(event.key());
-#endif
 }
 
 } // namespace
 
-HoldGuard::HoldGuard(QWidget &guarded) : window(guarded)
+HoldGuard::HoldGuard(QWidget &guarded, const std::vector<QAbstractButton *> &interrupters)
+    : window(guarded), everyReleaseIsReal(detectAutoRepeat())
 {
-    static const int registered = std::atexit(releaseAtExit);
-    Q_UNUSED(registered)
-    activeGuard = this;
-    releasesAreReal = withoutReleases();
-    clock.start();
-    if (const quint32 now = serverTime())
-        noteTime(now);
+    using namespace std::chrono_literals;
+    nudgeEnd.setSingleShot(true);
+    nudgeEnd.setInterval(200ms);
+    connect(&nudgeEnd, &QTimer::timeout, this, &HoldGuard::endNudge);
+    for (const QAbstractButton *const button : interrupters)
+        connect(button, &QAbstractButton::released, this, &HoldGuard::releaseAll);
     QCoreApplication::instance()->installEventFilter(this);
-    onSignal(this, [this] { releaseAll(); });
-    // Before the click does its work: a stop that came later would go to the other camera.
-    const auto cameraButtons =
-        window.findChildren<QPushButton *>(QRegularExpression(QStringLiteral("^btn_cam")));
-    for (const QPushButton *const button : cameraButtons)
-        connect(button, &QPushButton::released, this, [this] { releaseAll(); });
-    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
-        [this] { releaseAll(); });
-    window.setFocus();
-}
-
-HoldGuard::~HoldGuard()
-{
-    activeGuard = nullptr;
-    QCoreApplication::instance()->removeEventFilter(this);
 }
 
 bool HoldGuard::eventFilter(QObject *watched, QEvent *event)
 {
-    const auto *const widget = qobject_cast<QWidget *>(watched);
+    auto *const widget = qobject_cast<QWidget *>(watched);
     const bool ours = widget && widget->window() == &window;
-    if (const auto *const input = dynamic_cast<QInputEvent *>(event); input && input->timestamp())
-        noteTime(static_cast<quint32>(input->timestamp()));
+    if (event->type() == NudgeEvent::type)
+        nudge(qobject_cast<QSlider *>(watched), static_cast<NudgeEvent *>(event)->value);
     switch (event->type()) {
     case QEvent::KeyPress:
-        if (isOverdue(*static_cast<QKeyEvent *>(event)))
-            return true;
-        if (ours)
-            notePress(*static_cast<QKeyEvent *>(event));
-        break;
+        // What a focused button takes for itself never gets here.
+        return watched == &window && dropPress(*static_cast<QKeyEvent *>(event));
     case QEvent::KeyRelease:
-        if (static_cast<QKeyEvent *>(event)->isAutoRepeat() && !releasesAreReal)
-            return true;
-        if (widget)
-            noteRelease(*static_cast<QKeyEvent *>(event), ours);
-        break;
+        return widget && takeRelease(*static_cast<QKeyEvent *>(event), ours);
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick: // the second press of two quick ones
         if (ours)
-            noteButton(static_cast<QWidget *>(watched), *static_cast<QMouseEvent *>(event));
+            noteButton(widget, *static_cast<QMouseEvent *>(event));
         break;
     case QEvent::MouseButtonRelease:
         if (static_cast<QMouseEvent *>(event)->buttons() == Qt::NoButton)
             pressedWidget.clear();
         break;
-    case QEvent::WindowDeactivate:
-        if (watched == &window)
-            releaseKeys();
-        break;
     case QEvent::FocusOut:
-        // A window that was hidden and shown again at once is not told that it is active, and
-        // then not that it is not any more. Its native window always is.
         if (watched == window.windowHandle())
             releaseKeys();
         break;
@@ -114,30 +67,41 @@ bool HoldGuard::eventFilter(QObject *watched, QEvent *event)
         if (watched == &window)
             releaseAll();
         break;
-    case QEvent::Expose:
-        // Another desktop is shown. The window is as visible as before to the toolkit, but the
-        // mouse is no longer held by it.
+    case QEvent::Expose: // another desktop is shown: the window is not hidden, but off the screen
         if (watched == window.windowHandle() && !window.windowHandle()->isExposed())
             releaseAll();
         break;
     default:
         break;
     }
-    return QObject::eventFilter(watched, event);
+    return false;
 }
 
-void HoldGuard::notePress(const QKeyEvent &event)
+bool HoldGuard::dropPress(const QKeyEvent &press)
 {
-    // A repeated press counts too: the window may have got the keyboard back with the key down. It
-    // does not change the name of a key that is held already.
-    const quint32 place = placeOf(event);
+    const quint32 place = placeOf(press);
     if (heldKeys.contains(place))
-        return;
-    heldKeys.insert(place, { event.key(), event.timestamp() });
+        return !isKeyDown(place);
+    // A repeat counts too: the window may have got the keyboard back with the key down.
+    heldKeys.insert(place, press.key());
+    return false;
+}
+
+bool HoldGuard::takeRelease(const QKeyEvent &release, bool reachesWindow)
+{
+    const auto held = heldKeys.find(placeOf(release));
+    if (held == heldKeys.end())
+        return false;
+    if (everyReleaseIsReal || !release.isAutoRepeat()) {
+        const int key = *held;
+        heldKeys.erase(held);
+        sendRelease(key);
+    }
+    return reachesWindow;
 }
 
 // A press that a widget does not take goes on to its parent: the last one holds the mouse. A second
-// button, while one is held, changes nothing about that.
+// button changes nothing about that while the first one is held.
 void HoldGuard::noteButton(QWidget *widget, const QMouseEvent &press)
 {
     if (press.buttons() != press.button())
@@ -146,42 +110,28 @@ void HoldGuard::noteButton(QWidget *widget, const QMouseEvent &press)
     pressedButton = press.button();
 }
 
-// How far our clock is ahead of the one that dates the events. The quickest event tells it best.
-// Differences, because that clock starts anew after seven weeks. On a display across the network
-// whose clock is slower, repeats come to be dropped in the end; the camera moves all the same.
-void HoldGuard::noteTime(quint32 eventTime)
+void HoldGuard::nudge(QSlider *slider, int value)
 {
-    const auto ahead = static_cast<quint32>(clock.elapsed()) - eventTime;
-    if (!leastAhead || static_cast<qint32>(ahead - *leastAhead) < 0)
-        leastAhead = ahead;
-}
-
-void HoldGuard::noteRelease(const QKeyEvent &event, bool reachesWindow)
-{
-    const auto held = heldKeys.find(placeOf(event));
-    if (held == heldKeys.end())
+    // A hand on the handle wins.
+    if (!slider || !slider->isEnabled() || slider->isSliderDown())
         return;
-    const int pressedAs = held->name;
-    heldKeys.erase(held);
-    if (!reachesWindow || pressedAs != event.key())
-        sendRelease(pressedAs);
+    if (nudged != slider)
+        endNudge();
+    const int before = slider->value();
+    slider->setValue(value);
+    if (slider->value() == before)
+        return;
+    emit slider->sliderMoved(slider->value());
+    nudged = slider;
+    nudgeEnd.start();
 }
 
-bool HoldGuard::isOverdue(const QKeyEvent &press) const
+void HoldGuard::endNudge()
 {
-    // Two or three repeats. What is younger may have waited for nothing but its turn.
-    constexpr qint32 patience = 100;
-    // The toolkit does not mark repeats that come without releases. Synthesised events tell no
-    // time.
-    if (press.timestamp() == 0)
-        return false;
-    // A press that the widget with the keyboard leaves to its parents comes by here again.
-    const auto held = heldKeys.find(placeOf(press));
-    if (held == heldKeys.end() || held->pressedAt == press.timestamp())
-        return false;
-    const auto ahead =
-        static_cast<quint32>(clock.elapsed()) - static_cast<quint32>(press.timestamp());
-    return static_cast<qint32>(ahead - *leastAhead) > patience;
+    nudgeEnd.stop();
+    QSlider *const slider = std::exchange(nudged, nullptr);
+    if (slider && !slider->isSliderDown())
+        emit slider->sliderReleased();
 }
 
 void HoldGuard::sendRelease(int key)
@@ -192,19 +142,16 @@ void HoldGuard::sendRelease(int key)
 
 void HoldGuard::releaseKeys()
 {
-    const QHash<quint32, HeldKey> held = heldKeys;
-    heldKeys.clear();
-    for (const HeldKey &key : held)
-        sendRelease(key.name);
+    for (const int key : std::exchange(heldKeys, {}))
+        sendRelease(key);
 }
 
 void HoldGuard::releaseButton()
 {
-    if (!pressedWidget)
+    QWidget *const widget = std::exchange(pressedWidget, nullptr);
+    if (!widget)
         return;
-    QWidget *const widget = pressedWidget;
-    pressedWidget.clear();
-    // Outside the widget, so that a push button is let go without being clicked.
+    // Outside the widget, so that a push button is released without being clicked.
     const QPoint outside(-1, -1);
     QMouseEvent release(QEvent::MouseButtonRelease, outside, widget->mapToGlobal(outside),
         pressedButton, Qt::NoButton, Qt::NoModifier);
@@ -215,7 +162,7 @@ void HoldGuard::releaseAll()
 {
     releaseKeys();
     releaseButton();
-    letGoOfSteps(window);
+    endNudge();
 }
 
 } // namespace desktop

@@ -3,80 +3,70 @@
 
 #pragma once
 
-#include <QElapsedTimer>
+#include <QAbstractButton>
+#include <QEvent>
 #include <QHash>
-#include <QObject>
 #include <QPointer>
-#include <QWidget>
+#include <QSlider>
+#include <QTimer>
 
-#include <optional>
+#include <vector>
 
 class QKeyEvent;
 class QMouseEvent;
 
 namespace desktop {
 
-/// Sees to it that what the user starts by holding something stops when it is let go, however that
-/// happens, and gives the window the keyboard.
+/// Moves the slider that gets it as a short push by the user does.
+class NudgeEvent : public QEvent
+{
+public:
+    static constexpr Type type = static_cast<Type>(QEvent::User + 1);
+    explicit NudgeEvent(int position) : QEvent(type), value(position) { }
+    const int value;
+};
+
+/// Knows what is held in a window, and releases it to the window exactly once when its real release
+/// is lost.
 ///
-/// - A held key that repeats as release and press is still down: those releases are asked away or
-///   dropped, and the camera does not stutter.
-/// - When the window loses the keyboard or is hidden while a key is held, the release goes to
-///   nobody: the window gets it from here, and the camera stops. So it does when the release goes
-///   to another window of the panel, such as the list of a combo box.
-/// - When the window is hidden, by another desktop too, while a mouse button is held on the
-///   joystick or a slider, that release is lost too, and is handed over likewise.
-/// - A key that changes its meaning while it is held, by a switch of the keyboard layout, is let
-///   go under the name under which it was pressed.
-/// - When another camera is chosen while something is held, it is let go first: the release that
-///   comes later would stop the other camera, and the first one would run on.
-/// - A camera that answers more slowly than the key repeats leaves repeats waiting, and they would
-///   drive it on long after the key is up. A repeat that comes late is dropped.
-/// - When the process is ended from outside (SIGINT, SIGTERM, SIGHUP, the X server gone), whatever
-///   is held is let go first. A signal then ends the process as if it had not been caught.
-/// - When the panel is closed while a key is held, the key is let go first.
+/// - A key that was delivered to the window: released when the window loses the keyboard, and when
+///   the release goes to another window, such as the list of a combo box. It is released under the
+///   name under which it was pressed, whatever the keyboard layout says by then.
+/// - A mouse button: released when the window leaves the screen, for another desktop too.
+/// - A slider that was nudged: released a fifth of a second later.
 ///
-/// Make one after the window, before the window is shown. Closing the panel sends nothing else: the
-/// guard goes before the window does.
+/// A camera that answers more slowly than a key repeats leaves presses in the queue, and the
+/// release behind them. A repeat that arrives when the X server has the key up already is one of
+/// these, so it is dropped and the release comes next; while the key is down, every repeat acts.
 class HoldGuard : public QObject
 {
 public:
-    explicit HoldGuard(QWidget &guarded);
-    ~HoldGuard() override;
+    /// A press of one of the `interrupters` first releases everything, before it does its work.
+    HoldGuard(QWidget &window, const std::vector<QAbstractButton *> &interrupters);
 
-    HoldGuard(const HoldGuard &) = delete;
-    HoldGuard &operator=(const HoldGuard &) = delete;
-
-    /// Lets go of everything that is held: the window gets a release of each key, the widget under
-    /// the mouse button a release of that button.
+    /// Releases everything that is held.
     void releaseAll();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    struct HeldKey
-    {
-        int name;            ///< Qt::Key, under which it was pressed
-        ulong pressedAt = 0; ///< by the clock that dates the events
-    };
-
-    void noteTime(quint32 eventTime);
-    void notePress(const QKeyEvent &event);
+    bool dropPress(const QKeyEvent &press);
+    bool takeRelease(const QKeyEvent &release, bool reachesWindow);
     void noteButton(QWidget *widget, const QMouseEvent &press);
-    void noteRelease(const QKeyEvent &event, bool reachesWindow);
-    bool isOverdue(const QKeyEvent &press) const;
+    void nudge(QSlider *slider, int value);
     void sendRelease(int key);
     void releaseKeys();
     void releaseButton();
+    void endNudge();
 
     QWidget &window;
-    bool releasesAreReal = false;      ///< also those that the toolkit takes for repeats
-    QHash<quint32, HeldKey> heldKeys;  ///< by the key's place on the keyboard
-    QElapsedTimer clock;               ///< our own
-    std::optional<quint32> leastAhead; ///< of the clock that dates the events, in milliseconds
-    QPointer<QWidget> pressedWidget;   ///< holds the mouse
+    const bool everyReleaseIsReal;
+    QHash<quint32, int> heldKeys;    ///< the key's place on the keyboard, and its Qt::Key
+    QPointer<QWidget> pressedWidget; ///< holds the mouse
     Qt::MouseButton pressedButton = Qt::NoButton;
+    QPointer<QSlider> nudged;
+    QTimer nudgeEnd;
 };
 
 } // namespace desktop

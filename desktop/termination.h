@@ -3,23 +3,32 @@
 
 #pragma once
 
-#include <functional>
+#include <QObject>
 
-class QObject;
+#include <functional>
 
 namespace desktop {
 
-/// Opens whatever of standard input, output and error is closed to nowhere. Otherwise the next file
-/// takes its number, and what is meant for the standard output is written to the X server or to a
-/// camera. Call before anything is opened.
-void fillStandardStreams();
+/// Reopens closed standard streams on /dev/null, so that the X server's or a camera's file does not
+/// get the number of one, and makes writing to a closed pipe an error instead of deadly. Call
+/// before anything is opened.
+void prepareStandardStreams();
 
-/// Runs `last` on the GUI thread when SIGINT, SIGTERM or SIGHUP arrives, and then ends the process
-/// by that very signal, so that whoever started it sees the usual status. When the GUI thread does
-/// not get to it within ten seconds, because a camera does not answer or because `context` is gone,
-/// or `last` takes more than ten, the process is ended by SIGALRM all the same. A signal that the
-/// process was started with ignored stays ignored. Also makes a standard output that nobody reads
-/// harmless instead of deadly. Does nothing where there are no such signals.
-void onSignal(QObject *context, std::function<void()> last);
+/// Clean shutdown: runs `release` before the process ends.
+///
+/// - On quit, when this object goes.
+/// - When the toolkit exits because its X server is gone.
+/// - On SIGINT, SIGTERM and SIGHUP, which then end the process as if they had not been caught. A
+///   signal that was ignored from the start stays ignored. SIGALRM ends the process when the GUI
+///   thread does not get to it within ten seconds, or `release` takes longer than that.
+class Termination : public QObject
+{
+public:
+    explicit Termination(std::function<void()> release);
+    ~Termination() override;
+
+private:
+    const std::function<void()> release;
+};
 
 } // namespace desktop

@@ -13,8 +13,9 @@
 
 #include "console/console_state.h"
 #include "console/main_window.h"
-#include "desktop/desktop_fit.h"
 #include "desktop/hold_guard.h"
+#include "desktop/termination.h"
+#include "desktop/x11.h"
 
 namespace {
 
@@ -29,10 +30,11 @@ void hold(MainWindow *window)
 int main(int argc, char *argv[])
 {
     const bool left = argc > 1 && std::strcmp(argv[1], "left") == 0;
-    desktop::prepare();
+    desktop::prepareEnvironment();
     QApplication application(argc, argv);
     MainWindow window;
-    const desktop::HoldGuard guard(window);
+    desktop::HoldGuard guard(window, {});
+    const desktop::Termination termination([&guard] { guard.releaseAll(); });
     window.show();
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, &window, [&] {

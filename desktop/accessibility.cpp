@@ -1,10 +1,14 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-#include "desktop/accessible_sliders.h"
+#include "desktop/accessibility.h"
 
 #include <QAccessibleWidget>
-#include <QSlider>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QLabel>
+
+#include "desktop/hold_guard.h"
 
 namespace desktop {
 
@@ -35,15 +39,15 @@ public:
 
     void setCurrentValue(const QVariant &value) override
     {
-        if (slider()->isEnabled())
-            slider()->setSliderPosition(value.toInt());
+        NudgeEvent nudge(value.toInt());
+        QCoreApplication::sendEvent(slider(), &nudge);
     }
 
 private:
     QSlider *slider() const { return static_cast<QSlider *>(widget()); }
 };
 
-QAccessibleInterface *makeInterface(const QString &, QObject *object)
+QAccessibleInterface *makeInterface(const QString & /*className*/, QObject *object)
 {
     auto *const slider = qobject_cast<QSlider *>(object);
     return slider ? new AccessibleSlider(slider) : nullptr;
@@ -51,6 +55,13 @@ QAccessibleInterface *makeInterface(const QString &, QObject *object)
 
 } // namespace
 
-void installAccessibleSliders() { QAccessible::installFactory(makeInterface); }
+void exposeSliders() { QAccessible::installFactory(makeInterface); }
+
+void labelChoice(QComboBox &choice)
+{
+    auto *const label = new QLabel(choice.accessibleName(), choice.parentWidget());
+    label->hide();
+    label->setBuddy(&choice);
+}
 
 } // namespace desktop
