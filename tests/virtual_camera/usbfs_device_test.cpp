@@ -163,6 +163,18 @@ TEST_F(UsbfsDeviceTest, CancelsARequestThatASlowCameraHasNotAnswered)
     EXPECT_THAT(log.lines(), ElementsAre("cam1 GET_CUR brightness cancelled"));
 }
 
+TEST_F(UsbfsDeviceTest, DoesNotKeepTheNextRequestWaitingForACancelledOne)
+{
+    detachDrivers();
+    faults.delay = 1h;
+    ASSERT_EQ(kernel.submit(first, readBrightness(1)), 0);
+    ASSERT_EQ(kernel.discard(first, 1), 0);
+    EXPECT_EQ(reap(first), Reaped(1, -ENOENT));
+    faults.delay = 0ms;
+    ASSERT_EQ(kernel.submit(first, readBrightness(2)), 0);
+    EXPECT_EQ(reap(first), Reaped(2, 0));
+}
+
 TEST_F(UsbfsDeviceTest, DoesNotMistakeATransferForAnEarlierOneAtItsAddress)
 {
     detachDrivers();

@@ -161,10 +161,12 @@ int UsbfsDevice::submit(int file, Urb urb)
     return 0;
 }
 
-// How long until a request that comes now is answered.
+// How long until the request that just came is answered.
 std::chrono::milliseconds UsbfsDevice::takeTurn()
 {
     const auto now = std::chrono::steady_clock::now();
+    if (requestsUnderWay() == 1) // those before it are answered or cancelled
+        m_busyUntil = now;
     m_busyUntil = std::max(m_busyUntil, now) + m_wiring.faults->delay;
     // Rounded up: an answer must not overtake the one before it.
     return std::chrono::ceil<std::chrono::milliseconds>(m_busyUntil - now);
