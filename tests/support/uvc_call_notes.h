@@ -15,49 +15,60 @@
 
 namespace uvc_call_recorder {
 
-// Names for what libuvc has handed out and not yet taken back.
+// Names for what libuvc has handed out and not yet taken back. A number is given at the first
+// mention.
 class Names
 {
 public:
     explicit Names(std::string kind) : m_kind(std::move(kind)) { }
 
-    bool knows(const void *object) const { return m_names.count(object) > 0; }
-    std::string of(const void *object) const
+    bool knows(const void *object) const { return m_numbers.count(object) > 0; }
+    std::string of(const void *object)
     {
         if (!object)
             return "null";
-        const auto known = m_names.find(object);
-        return known == m_names.end() ? "no_" + m_kind : known->second;
+        const auto known = m_numbers.find(object);
+        if (known == m_numbers.end())
+            return "no_" + m_kind;
+        if (known->second == 0)
+            known->second = ++m_last;
+        return m_kind + std::to_string(known->second);
     }
     std::string add(const void *object)
     {
-        return m_names[object] = m_kind + std::to_string(++m_last);
+        m_numbers[object] = 0;
+        return of(object);
     }
-    void add(const void *object, const std::string &name) { m_names[object] = name; }
     // The name that the object had.
     std::string remove(const void *object)
     {
         const std::string name = of(object);
-        m_names.erase(object);
+        m_numbers.erase(object);
         return name;
+    }
+    void numberAnew()
+    {
+        m_last = 0;
+        for (auto &object : m_numbers)
+            object.second = 0;
     }
 
 private:
     std::string m_kind;
-    std::map<const void *, std::string> m_names;
+    std::map<const void *, int> m_numbers;
     int m_last = 0;
 };
 
-// What shall fail, and how.
+// What shall be answered instead of libuvc's own status.
 class Wishes
 {
 public:
     explicit Wishes(const char *text);
-    // The status with which this call of the function fails; nothing when it does not.
+    // The status that this call of the function answers; nothing when it is libuvc's.
     std::optional<int> next(const std::string &function);
 
 private:
-    std::map<std::string, int> m_failures; // by "function" or "function#n"
+    std::map<std::string, int> m_statuses; // by "function", "function#n" or "*"
     std::map<std::string, int> m_counts;
 };
 
@@ -73,7 +84,7 @@ struct Recorder
     Wishes wishes;
     Names contexts{ "context" };
     Names lists{ "list" };
-    Names devices{ "device" };
+    std::map<const void *, std::pair<const void *, int>> devices; // list and place in it
     Names descriptors{ "descriptor" };
     Names handles{ "handle" };
 };
@@ -97,8 +108,8 @@ struct InsideLibuvc
     InsideLibuvc &operator=(const InsideLibuvc &) = delete;
 };
 
-// Makes the call, or lets it fail, and notes it. `arguments` is asked for its text afterwards and
-// is told whether the call succeeded.
+// Makes the call, unless it shall fail, and notes it. `arguments` is asked for its text afterwards
+// and is told whether the call succeeded.
 template<typename Call, typename Arguments>
 uvc_error_t noted(const char *function, Call call, Arguments arguments)
 {
@@ -107,7 +118,9 @@ uvc_error_t noted(const char *function, Call call, Arguments arguments)
     const std::lock_guard lock(recorder().mutex);
     const InsideLibuvc inside;
     const std::optional<int> wish = recorder().wishes.next(function);
-    const uvc_error_t result = wish ? static_cast<uvc_error_t>(*wish) : call();
+    uvc_error_t result = wish.value_or(0) < 0 ? UVC_SUCCESS : call();
+    if (wish && result >= 0)
+        result = static_cast<uvc_error_t>(*wish);
     recorder().note(function, arguments(result >= 0), " = " + std::to_string(result));
     return result;
 }

@@ -22,15 +22,15 @@ Wishes::Wishes(const char *text)
             std::fprintf(stderr, "uvc_call_recorder: '%s' is not function=status\n", wish.c_str());
             std::abort();
         }
-        m_failures[wish.substr(0, equals)] = std::atoi(wish.c_str() + equals + 1);
+        m_statuses[wish.substr(0, equals)] = std::atoi(wish.c_str() + equals + 1);
     }
 }
 
 std::optional<int> Wishes::next(const std::string &function)
 {
     const std::string nth = function + "#" + std::to_string(++m_counts[function]);
-    for (const std::string &key : { nth, function }) {
-        if (const auto found = m_failures.find(key); found != m_failures.end())
+    for (const std::string &key : { nth, function, std::string("*") }) {
+        if (const auto found = m_statuses.find(key); found != m_statuses.end())
             return found->second;
     }
     return std::nullopt;
@@ -84,6 +84,9 @@ void clear()
     const std::lock_guard lock(recorder().mutex);
     recorder().names.clear();
     recorder().lines.clear();
+    for (Names *names :
+        { &recorder().contexts, &recorder().lists, &recorder().descriptors, &recorder().handles })
+        names->numberAnew();
 }
 
 void failOnDemand(const std::string &wishes)

@@ -23,8 +23,8 @@
 //     uvc_close(handle1)
 //     uvc_exit(context1)
 //
-// Contexts, lists, descriptors and handles are numbered as they are made; a number ends with its
-// object and is not given again, so two runs can be compared line by line. Null is written "null",
+// Contexts, lists, descriptors and handles are numbered in the order of their first mention since
+// the start or the last clear(), so two runs can be compared line by line. Null is written "null",
 // and "no_handle", "no_context", ... stand for what was never made or has ended. A failed call
 // makes nothing: "uvc_open(list1[0]) = -3". Of a read only the request is told, not the value.
 //
@@ -43,12 +43,13 @@ std::vector<std::string> calls();
 /// The functions' names alone.
 std::vector<std::string> names();
 
-/// Forgets the calls; objects keep their numbers.
+/// Forgets the calls and the numbers.
 void clear();
 
-/// Lets functions fail without entering libuvc: a list of "function=status" (every call) or
-/// "function#n=status" (the n-th from now on alone), with commas between them. Replaces what was
-/// asked for before; an empty text lets everything through.
+/// Makes functions answer something else: a list of "function=status" (every call), "*=status"
+/// (every function) or "function#n=status" (the n-th from now on alone), with commas between them.
+/// A negative status fails without entering libuvc, another takes the place of libuvc's success.
+/// Replaces what was asked for before; an empty text lets everything through.
 void failOnDemand(const std::string &wishes);
 
 } // namespace uvc_call_recorder

@@ -9,10 +9,19 @@ using namespace uvc_call_recorder;
 
 namespace {
 
-void nameDevices(uvc_device_t **list, const std::string &listName)
+void noteDevices(uvc_device_t **list)
 {
     for (int i = 0; list[i]; ++i)
-        recorder().devices.add(list[i], listName + "[" + std::to_string(i) + "]");
+        recorder().devices[list[i]] = { list, i };
+}
+
+std::string nameOf(uvc_device_t *device)
+{
+    const auto known = recorder().devices.find(device);
+    if (known == recorder().devices.end())
+        return device ? "no_device" : "null";
+    const auto &[list, place] = known->second;
+    return recorder().lists.of(list) + "[" + std::to_string(place) + "]";
 }
 
 } // namespace
@@ -42,9 +51,8 @@ uvc_error_t uvc_get_device_list(uvc_context_t *ctx, uvc_device_t ***list)
             const std::string context = recorder().contexts.of(ctx);
             if (!made)
                 return context;
-            const std::string name = recorder().lists.add(*list);
-            nameDevices(*list, name);
-            return context + ", " + name;
+            noteDevices(*list);
+            return context + ", " + recorder().lists.add(*list);
         });
 }
 
@@ -64,7 +72,7 @@ uvc_error_t uvc_get_device_descriptor(uvc_device_t *dev, uvc_device_descriptor_t
                 dev, desc);
         },
         [=](bool made) {
-            const std::string device = recorder().devices.of(dev);
+            const std::string device = nameOf(dev);
             return made ? device + ", " + recorder().descriptors.add(*desc) : device;
         });
 }
@@ -81,7 +89,7 @@ uvc_error_t uvc_open(uvc_device_t *dev, uvc_device_handle_t **devh)
     return noted(
         __func__, [=] { return libuvcsOwn<decltype(uvc_open)>("uvc_open")(dev, devh); },
         [=](bool made) {
-            const std::string device = recorder().devices.of(dev);
+            const std::string device = nameOf(dev);
             return made ? device + ", " + recorder().handles.add(*devh) : device;
         });
 }
