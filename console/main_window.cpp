@@ -21,7 +21,7 @@ MainWindow::MainWindow(QWidget *parent)
     timer = new QTimer(this);
     TopFlag = 1;
     Top2Flag = 1;
-    device = BaseDevice::CreateDevice(DeviceType::USB);
+    device = BaseDevice::CreateDevice(USB);
     InitWindows();
     InitConnect();
 }
@@ -33,7 +33,7 @@ void MainWindow::InitValue()
     timer = new QTimer(this);
     TopFlag = 1;
     Top2Flag = 1;
-    device = BaseDevice::CreateDevice(DeviceType::USB);
+    device = BaseDevice::CreateDevice(USB);
 }
 
 void MainWindow::InitConnect()
@@ -41,7 +41,7 @@ void MainWindow::InitConnect()
     using namespace std::chrono_literals;
 
     // A second device with its own context and list, never used and never freed. Deliberate.
-    static_cast<void>(BaseDevice::CreateDevice(DeviceType::USB));
+    static_cast<void>(BaseDevice::CreateDevice(USB));
 
     timer = new QTimer(this);
     spareTimer = new QTimer(this);

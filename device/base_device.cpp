@@ -18,7 +18,7 @@ bool BaseDevice::EnumUSBDevices(std::vector<DeviceInfo> &list)
 
 BaseDevice *BaseDevice::CreateDevice(DeviceType type)
 {
-    if (type != DeviceType::USB)
+    if (type != USB)
         return nullptr;
     return new USBDevice;
 }

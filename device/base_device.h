@@ -9,7 +9,7 @@
 #include <vector>
 
 /// What BaseDevice::CreateDevice can make. USB is the only value that yields a device.
-enum class DeviceType : int { USB = 0 };
+enum DeviceType : int { USB = 0 };
 
 /// One camera that enumeration found.
 struct DeviceInfo
@@ -48,9 +48,9 @@ enum PropertyId : int {
 
 /// A camera. The window holds one pointer of this type and knows nothing of what stands behind it.
 ///
-/// Operations block until the camera has answered, and return true when it took the request, false
-/// when the request failed or nothing was sent. Nothing is retried or logged. All run on the GUI
-/// thread.
+/// Operations block until the camera has answered or its time is up, and return true when it took
+/// the request, false when the request failed or nothing was sent. Nothing is retried or logged.
+/// All run on the GUI thread.
 ///
 /// The order of the virtual operations is the binary interface and is kept, and so is the absence
 /// of a virtual destructor: devices live until the process ends. The slot's number stands at the
@@ -72,7 +72,7 @@ public:
     static bool EnumUSBDevices(std::vector<DeviceInfo> &list);
 
     /// A new, independent device with its own libuvc context and camera list; null for any type
-    /// but DeviceType::USB.
+    /// but USB.
     static BaseDevice *CreateDevice(DeviceType type);
 
     /// Frees the object's storage and nothing else: the camera is not closed and the libuvc
@@ -244,7 +244,9 @@ public:
     /// Power line frequency, low 8 bits.
     virtual bool SetFlicker(int value) = 0; // 65
     /// Fills eight records of `props` with 32 reads: value, minimum, maximum and default of each.
-    /// A range that cannot be read takes the value of the read before it. Always true.
+    /// A minimum, maximum or default that cannot be read takes the last one that could be, of this
+    /// or an earlier property, and 0 when there was none. Brightness is a chain of its own, and so
+    /// is anti-flicker, whose current value belongs to it. Always true.
     virtual bool GetPropertyValues() = 0; // 66
 
     // ---- without a counterpart on the camera: nothing is sent, out-values stay as they are, false

@@ -6,11 +6,13 @@
 #include "device/usb_device.h"
 #include "device/uvc_edge.h"
 
+using uvc_edge::succeeded;
+
 USBDevice::USBDevice()
 {
     const uvc_error_t started = uvc_init(&ctx, nullptr);
     const uvc_error_t listed = uvc_edge::deviceList(ctx, &devList);
-    status = (started | listed) < 0 ? -1 : 0;
+    status = succeeded(started) && succeeded(listed) ? 0 : -1;
 }
 
 namespace {
@@ -39,11 +41,11 @@ bool USBDevice::EnumDevices(std::vector<DeviceInfo> &list)
     list.clear();
     // A context of its own: the device's list was taken once and stays as it is.
     uvc_context_t *context = nullptr;
-    if (uvc_init(&context, nullptr) < 0)
+    if (!succeeded(uvc_init(&context, nullptr)))
         return false;
     std::cout << "one: init success" << std::endl;
     uvc_device_t **devices = nullptr;
-    if (uvc_edge::deviceList(context, &devices) < 0)
+    if (!succeeded(uvc_edge::deviceList(context, &devices)))
         return false;
     std::cout << "one: get list success" << std::endl;
     for (uvc_device_t **device = devices; *device; ++device)
@@ -55,10 +57,10 @@ bool USBDevice::EnumDevices(std::vector<DeviceInfo> &list)
 
 bool USBDevice::OpenDevice(const char * /*name*/, int index)
 {
-    if (status < 0)
+    if (!succeeded(status))
         return false;
     openIndex = index;
-    return uvc_edge::open(devList, index, devh) >= 0;
+    return succeeded(uvc_edge::open(devList, index, devh));
 }
 
 void USBDevice::CloseDevice()

@@ -13,7 +13,7 @@
 ///
 /// A device is never torn down in the running program: its context and list end with the process.
 // NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): it would take a slot.
-class USBDevice final : public BaseDevice
+class USBDevice : public BaseDevice
 {
 public:
     /// Cameras with any other USB product id are not accepted, whoever made them.
@@ -22,6 +22,10 @@ public:
     /// Opens a libuvc context and takes the list of all UVC devices now plugged in. Cameras that
     /// are plugged in later can be enumerated but not opened by this device.
     USBDevice();
+
+    // A copy would go on using a handle that the original has closed.
+    USBDevice(const USBDevice &) = delete;
+    USBDevice &operator=(const USBDevice &) = delete;
 
     /// Fills `list` with the accepted cameras now plugged in, numbered from 0 in libuvc's order.
     /// Writes "one: init success" and "one: get list success" to standard output on the way.

@@ -4,30 +4,19 @@
 #include "device/usb_device.h"
 #include "device/uvc_edge.h"
 
+using uvc_edge::get;
+using uvc_edge::Getter;
+using uvc_edge::ProcessingUnit;
+using uvc_edge::set;
+
 namespace {
 
-template<typename Value>
-using Getter = uvc_error_t (*)(uvc_device_handle_t *, Value *, uvc_req_code);
-
-// The libuvc status of a read of the current value; `*out` is written only on success. An answer
-// without data counts as success in libuvc: the value is then 0.
-template<typename Value>
-int readCurrent(Getter<Value> getter, const uvc_edge::Handle &devh, long *out)
-{
-    Value value = 0;
-    const int result = uvc_edge::request(getter, devh, &value, UVC_GET_CUR);
-    if (result >= 0)
-        *out = value;
-    return result;
-}
-
-// Asks for one bound and stores what the scratch holds afterwards, answered or not: a bound that
-// the camera will not tell shows the value read before it.
+// Asks for one bound and stores what the scratch holds afterwards, answered or not.
 template<typename Value>
 std::int64_t readInto(
     Value &scratch, Getter<Value> getter, const uvc_edge::Handle &devh, uvc_req_code code)
 {
-    uvc_edge::request(getter, devh, &scratch, code);
+    uvc_edge::request(devh, ProcessingUnit, getter, &scratch, code);
     return scratch;
 }
 
@@ -40,100 +29,92 @@ void readRange(
     record.def = readInto(scratch, getter, devh, UVC_GET_DEF);
 }
 
-std::uint16_t low16(std::int64_t value) { return static_cast<std::uint16_t>(value & 0xffff); }
-
-std::int16_t signed16(std::int64_t value) { return static_cast<std::int16_t>(low16(value)); }
-
-std::uint8_t low8(int value) { return static_cast<std::uint8_t>(value & 0xff); }
-
 } // namespace
 
-// These four decide about the next OpenDevice: a camera whose picture cannot be read is not opened
-// again until one of them succeeds.
+// These four decide about the next OpenDevice, through `status`.
 
 bool USBDevice::GetBrightness(long *out)
 {
-    status = readCurrent(uvc_get_brightness, devh, out);
-    return status >= 0;
+    return get(devh, ProcessingUnit, uvc_get_brightness, out, &status);
 }
 
 bool USBDevice::GetBLC(long *out)
 {
-    status = readCurrent(uvc_get_backlight_compensation, devh, out);
-    return status >= 0;
+    return get(devh, ProcessingUnit, uvc_get_backlight_compensation, out, &status);
 }
 
 bool USBDevice::GetGamma(long *out)
 {
-    status = readCurrent(uvc_get_gamma, devh, out);
-    return status >= 0;
+    return get(devh, ProcessingUnit, uvc_get_gamma, out, &status);
 }
 
 bool USBDevice::GetContrast(long *out)
 {
-    status = readCurrent(uvc_get_contrast, devh, out);
-    return status >= 0;
+    return get(devh, ProcessingUnit, uvc_get_contrast, out, &status);
 }
 
-bool USBDevice::GetSaturation(long *out) { return readCurrent(uvc_get_saturation, devh, out) >= 0; }
+bool USBDevice::GetSaturation(long *out)
+{
+    return get(devh, ProcessingUnit, uvc_get_saturation, out);
+}
 
-bool USBDevice::GetSharpness(long *out) { return readCurrent(uvc_get_sharpness, devh, out) >= 0; }
+bool USBDevice::GetSharpness(long *out)
+{
+    return get(devh, ProcessingUnit, uvc_get_sharpness, out);
+}
 
 bool USBDevice::GetWhiteBalance(long *out)
 {
-    return readCurrent(uvc_get_white_balance_temperature, devh, out) >= 0;
+    return get(devh, ProcessingUnit, uvc_get_white_balance_temperature, out);
 }
 
-bool USBDevice::GetGain(long *out) { return readCurrent(uvc_get_gain, devh, out) >= 0; }
+bool USBDevice::GetGain(long *out) { return get(devh, ProcessingUnit, uvc_get_gain, out); }
 
 bool USBDevice::GetFlicker(long *out)
 {
-    return readCurrent(uvc_get_power_line_frequency, devh, out) >= 0;
+    return get(devh, ProcessingUnit, uvc_get_power_line_frequency, out);
 }
 
 bool USBDevice::SetBrightness(int value)
 {
-    return uvc_edge::request(uvc_set_brightness, devh, signed16(value)) >= 0;
+    return set(devh, ProcessingUnit, uvc_set_brightness, value);
 }
 
 bool USBDevice::SetBLC(int value)
 {
-    return uvc_edge::request(uvc_set_backlight_compensation, devh, low16(value)) >= 0;
+    return set(devh, ProcessingUnit, uvc_set_backlight_compensation, value);
 }
 
-bool USBDevice::SetGamma(int value)
-{
-    return uvc_edge::request(uvc_set_gamma, devh, low16(value)) >= 0;
-}
+bool USBDevice::SetGamma(int value) { return set(devh, ProcessingUnit, uvc_set_gamma, value); }
 
 bool USBDevice::SetContrast(int value)
 {
-    return uvc_edge::request(uvc_set_contrast, devh, low16(value)) >= 0;
+    return set(devh, ProcessingUnit, uvc_set_contrast, value);
 }
 
 bool USBDevice::SetSaturation(int value)
 {
-    return uvc_edge::request(uvc_set_saturation, devh, low16(value)) >= 0;
+    return set(devh, ProcessingUnit, uvc_set_saturation, value);
 }
 
 bool USBDevice::SetSharpness(int value)
 {
-    return uvc_edge::request(uvc_set_sharpness, devh, low16(value)) >= 0;
+    return set(devh, ProcessingUnit, uvc_set_sharpness, value);
 }
 
 bool USBDevice::SetWhiteBalance(int value)
 {
-    return uvc_edge::request(uvc_set_white_balance_temperature, devh, low16(value)) >= 0;
+    return set(devh, ProcessingUnit, uvc_set_white_balance_temperature, value);
 }
 
 bool USBDevice::SetWhiteBalanceAuto(int value)
 {
-    return uvc_edge::request(uvc_set_white_balance_temperature_auto, devh, low8(value)) >= 0;
+    return set(devh, ProcessingUnit, uvc_set_white_balance_temperature_auto, value);
 }
 
 bool USBDevice::SetFlicker(int value)
 {
-    return uvc_edge::request(uvc_set_power_line_frequency, devh, low8(value)) >= 0;
+    return set(devh, ProcessingUnit, uvc_set_power_line_frequency, value);
 }
 
 bool USBDevice::OpenBLC() { return SetBLC(1); }
@@ -180,9 +161,9 @@ bool USBDevice::GetPropertyValues()
 
 bool USBDevice::SetDefaultValues()
 {
-    uvc_edge::request(uvc_set_brightness, devh, signed16(props.at(PropertyBrightness).def));
-    uvc_edge::request(uvc_set_saturation, devh, low16(props.at(PropertySaturation).def));
-    uvc_edge::request(uvc_set_sharpness, devh, low16(props.at(PropertySharpness).def));
+    set(devh, ProcessingUnit, uvc_set_brightness, props.at(PropertyBrightness).def);
+    set(devh, ProcessingUnit, uvc_set_saturation, props.at(PropertySaturation).def);
+    set(devh, ProcessingUnit, uvc_set_sharpness, props.at(PropertySharpness).def);
     return true;
 }
 

@@ -35,7 +35,7 @@ enum VendorCommand : int {
 
 bool USBDevice::sendVendorCommand(int code)
 {
-    return uvc_edge::request(uvc_set_roll_abs, devh, static_cast<std::int16_t>(code)) >= 0;
+    return uvc_edge::set(devh, uvc_edge::CameraTerminal, uvc_set_roll_abs, code);
 }
 
 bool USBDevice::OpenMirror() { return sendVendorCommand(MirrorOn); }

@@ -3,6 +3,10 @@
 
 #include "device/uvc_edge.h"
 
+// Weak references: a libuvc without the two look-ups will do, its cameras then have every unit.
+#pragma weak uvc_get_camera_terminal
+#pragma weak uvc_get_processing_units
+
 namespace uvc_edge {
 
 namespace {
@@ -13,6 +17,16 @@ uvc_device_t *entry(uvc_device_t **list, int index)
         return nullptr;
     for (; *list && index > 0; ++list, --index) { }
     return *list;
+}
+
+bool hasCameraTerminal(uvc_device_handle_t *devh)
+{
+    return !&uvc_get_camera_terminal || uvc_get_camera_terminal(devh);
+}
+
+bool hasProcessingUnit(uvc_device_handle_t *devh)
+{
+    return !&uvc_get_processing_units || uvc_get_processing_units(devh);
 }
 
 } // namespace
@@ -29,8 +43,8 @@ uvc_error_t open(uvc_device_t **list, int index, Handle &handle)
         return UVC_ERROR_NO_DEVICE;
     uvc_device_handle_t *opened = nullptr;
     const uvc_error_t status = uvc_open(device, &opened);
-    if (status >= 0)
-        handle = { opened, true };
+    if (succeeded(status))
+        handle = { opened, true, { hasCameraTerminal(opened), hasProcessingUnit(opened) } };
     return status;
 }
 
@@ -41,6 +55,13 @@ uvc_error_t close(Handle &handle)
     handle.open = false;
     uvc_close(handle.devh);
     return UVC_SUCCESS;
+}
+
+uvc_error_t check(const Handle &handle, Unit unit)
+{
+    if (!handle.open)
+        return UVC_ERROR_NO_DEVICE;
+    return handle.has.at(unit) ? UVC_SUCCESS : UVC_ERROR_NOT_SUPPORTED;
 }
 
 } // namespace uvc_edge

@@ -1,17 +1,22 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// libuvc checks nothing that it is handed. Ordinary use reaches its edges all the same: a camera
-// that may not be opened and whose controls are used, one that was unplugged and is chosen again.
-// Every call on a handle or a list therefore goes through here, where what libuvc would turn into
-// undefined behaviour becomes a negative status. What reaches the camera is not changed by it.
+// libuvc checks nothing that it is handed, and ordinary use reaches its edges: a camera that may
+// not be opened but whose controls are used, one that was unplugged and is chosen again, a capture
+// stick that stands first. Whatever libuvc would turn into undefined behaviour becomes a negative
+// status here. What reaches a camera is not changed by it.
 #pragma once
 
 #include <libuvc/libuvc.h>
 
-#include <type_traits>
+#include <array>
+#include <cstdint>
 
 namespace uvc_edge {
+
+/// The units of a camera that take the panel's requests. A device may lack either: libuvc opens
+/// whatever has a video control interface.
+enum Unit { CameraTerminal, ProcessingUnit };
 
 /// A camera that a device has opened, closed again, or (null) not opened yet. Whether it is open
 /// is remembered here, per device: libuvc may give one device the address that another's handle
@@ -20,7 +25,11 @@ struct Handle
 {
     uvc_device_handle_t *devh = nullptr;
     bool open = false;
+    std::array<bool, 2> has{}; ///< by Unit
 };
+
+/// Every libuvc call answers a status; a negative one is a failure.
+constexpr bool succeeded(int status) { return status >= 0; }
 
 /// Takes the list of UVC devices. UVC_ERROR_NO_DEVICE for a context that could not be made.
 uvc_error_t deviceList(uvc_context_t *context, uvc_device_t ***list);
@@ -33,13 +42,46 @@ uvc_error_t open(uvc_device_t **list, int index, Handle &handle);
 /// Closes an open handle; UVC_ERROR_NO_DEVICE for any other.
 uvc_error_t close(Handle &handle);
 
-/// Makes one control request: a libuvc function and its arguments after the handle. On a handle
-/// that is not open it answers UVC_ERROR_NO_DEVICE without entering libuvc.
-template<typename... Parameters>
-int request(uvc_error_t (*call)(uvc_device_handle_t *, Parameters...), const Handle &handle,
-    std::common_type_t<Parameters>... arguments)
+/// Whether `unit` can be asked: UVC_ERROR_NO_DEVICE on a handle that is not open,
+/// UVC_ERROR_NOT_SUPPORTED for a unit that the camera lacks.
+uvc_error_t check(const Handle &handle, Unit unit);
+
+/// Makes one control request and returns its status: a libuvc function that addresses `unit`, and
+/// its arguments after the handle. Of a number the low bits are sent, as many as the function
+/// takes.
+template<typename... Parameters, typename... Arguments>
+int request(const Handle &handle, Unit unit,
+    uvc_error_t (*call)(uvc_device_handle_t *, Parameters...), Arguments... arguments)
 {
-    return handle.open ? call(handle.devh, arguments...) : UVC_ERROR_NO_DEVICE;
+    const uvc_error_t ready = check(handle, unit);
+    return succeeded(ready) ? call(handle.devh, static_cast<Parameters>(arguments)...) : ready;
+}
+
+/// The same for a request that sets something: true when the camera took it.
+template<typename... Parameters, typename... Arguments>
+bool set(const Handle &handle, Unit unit,
+    uvc_error_t (*setter)(uvc_device_handle_t *, Parameters...), Arguments... arguments)
+{
+    return succeeded(request(handle, unit, setter, arguments...));
+}
+
+template<typename Value>
+using Getter = uvc_error_t (*)(uvc_device_handle_t *, Value *, uvc_req_code);
+
+/// Reads a current value: true when the camera told it, and only then is `*out` written. An answer
+/// without data counts as success in libuvc: the value is then 0. `status`, if given, becomes the
+/// request's.
+template<typename Value>
+bool get(const Handle &handle, Unit unit, Getter<Value> getter, long *out,
+    std::int32_t *status = nullptr)
+{
+    Value value = 0;
+    const int answered = request(handle, unit, getter, &value, UVC_GET_CUR);
+    if (status)
+        *status = answered;
+    if (succeeded(answered))
+        *out = value;
+    return succeeded(answered);
 }
 
 } // namespace uvc_edge

@@ -340,7 +340,7 @@ TEST_F(PanTilt, ReportedValuesSurviveAChangeOfCamera)
 TEST_F(PanTilt, MoveEventDrivesTheDeviceThatItIsGiven)
 {
     start(2);
-    BaseDevice *const other = BaseDevice::CreateDevice(DeviceType::USB);
+    BaseDevice *const other = BaseDevice::CreateDevice(USB);
     ASSERT_TRUE(other->OpenDevice("1", 1));
     window->MoveEvent(other, 5, 3, 0);
     EXPECT_EQ(sent(), Requests{ "cam2: pantilt_relative 1 3 0 0" });

@@ -9,7 +9,7 @@ using virtual_camera::DeviceDescription;
 BaseDevice *makeDevice()
 {
     static auto *const kept = new std::vector<BaseDevice *>;
-    kept->push_back(BaseDevice::CreateDevice(DeviceType::USB));
+    kept->push_back(BaseDevice::CreateDevice(USB));
     return kept->back();
 }
 

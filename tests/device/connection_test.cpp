@@ -4,15 +4,12 @@
 // Opening and closing: which camera, when it is refused, and what a failure leaves behind.
 
 #include "tests/device/camera_fixture.h"
-#include "tests/device/operations.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <climits>
 
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 using virtual_camera::Control;
 using virtual_camera::DeviceDescription;
@@ -53,15 +50,6 @@ TEST_F(ThreeCameras, AreNotChosenByName)
     }
 }
 
-TEST_F(ThreeCameras, AreDrivenOneAtATimeTheLastOpened)
-{
-    ASSERT_TRUE(device->OpenDevice("", 0));
-    ASSERT_TRUE(device->OpenDevice("", 2));
-    EXPECT_EQ(driven(), 3);
-    device->CloseDevice();
-    EXPECT_EQ(driven(), 0);
-}
-
 TEST_F(ThreeCameras, KeepTheOpenOneWhenAnotherCannotBeOpened)
 {
     ASSERT_TRUE(device->OpenDevice("", 0));
@@ -86,34 +74,12 @@ TEST_F(ThreeCameras, KeepTheOpenOneOnACloseAfterIndexMinusOne)
     EXPECT_EQ(driven(), 0);
 }
 
-TEST_F(OneCamera, CanBeOpenedAgainAndAgain)
-{
-    for (int round = 0; round < 5; ++round) {
-        ASSERT_TRUE(device->OpenDevice("0", 0)) << round;
-        EXPECT_TRUE(device->StopFocus());
-        device->CloseDevice();
-    }
-}
-
 TEST_F(OneCamera, IsNotTouchedByACloseBeforeTheFirstOpen)
 {
     log().clear();
     device->CloseDevice();
     EXPECT_THAT(log().all(), IsEmpty());
     EXPECT_TRUE(device->OpenDevice("0", 0));
-}
-
-TEST_F(OneCamera, IsClosedOnce)
-{
-    ASSERT_TRUE(device->OpenDevice("0", 0));
-    device->CloseDevice();
-    EXPECT_TRUE(wire::waitUntilClosed(log()));
-    log().clear();
-    device->CloseDevice();
-    device->CloseDevice();
-    EXPECT_THAT(log().all(), IsEmpty());
-    EXPECT_TRUE(device->OpenDevice("0", 0));
-    EXPECT_TRUE(device->StopFocus());
 }
 
 struct Refusal
@@ -187,116 +153,34 @@ TEST_F(OtherDevicesFirst, ShiftWhatIsOpenedAgainstWhatIsListed)
     EXPECT_FALSE(device->OpenDevice("", 3));
 }
 
-// ---- reads that decide about the next open ----
+// ---- a failed read of brightness, gamma, contrast or backlight compensation ----
 
-struct Read
+TEST_F(ThreeCameras, AreNotOpenedAfterAFailedReadUntilOneSucceeds)
 {
-    const char *name;
-    bool (BaseDevice::*get)(long *);
-    Control control;
-};
-
-const Read governing[] = {
-    { "Brightness", &BaseDevice::GetBrightness, Control::Brightness },
-    { "Gamma", &BaseDevice::GetGamma, Control::Gamma },
-    { "Contrast", &BaseDevice::GetContrast, Control::Contrast },
-    { "BLC", &BaseDevice::GetBLC, Control::BacklightCompensation },
-};
-const Read others[] = {
-    { "Saturation", &BaseDevice::GetSaturation, Control::Saturation },
-    { "Sharpness", &BaseDevice::GetSharpness, Control::Sharpness },
-    { "WhiteBalance", &BaseDevice::GetWhiteBalance, Control::WhiteBalanceTemperature },
-    { "Gain", &BaseDevice::GetGain, Control::Gain },
-    { "Flicker", &BaseDevice::GetFlicker, Control::PowerLineFrequency },
-    { "Zoom", &BaseDevice::GetZoom, Control::ZoomAbsolute },
-    { "Focus", &BaseDevice::GetFocus, Control::FocusAbsolute },
-};
-
-class FailedRead : public OpenCamera, public testing::WithParamInterface<Read>
-{
-protected:
-    bool read(const Read &read)
-    {
-        long out = 0;
-        return (device->*read.get)(&out);
-    }
-    void SetUp() override
-    {
-        OpenCamera::SetUp();
-        camera().stall(GetParam().control);
-        EXPECT_FALSE(read(GetParam()));
-        log().clear();
-    }
-};
-using FailedGoverningRead = FailedRead;
-using FailedOtherRead = FailedRead;
-
-TEST_P(FailedGoverningRead, KeepsTheNextOpenFromTheCamera)
-{
-    for (int round = 0; round < 3; ++round) {
-        EXPECT_FALSE(device->OpenDevice("0", 0));
-        EXPECT_EQ(wire::opens(log()), 0);
-    }
-    device->CloseDevice();
-    EXPECT_FALSE(device->OpenDevice("0", 0)) << "a close changes nothing";
-    EXPECT_EQ(wire::opens(log()), 0);
-}
-
-TEST_P(FailedGoverningRead, LeavesTheOpenCameraInUse)
-{
-    EXPECT_FALSE(device->OpenDevice("0", 0));
-    EXPECT_TRUE(device->StopMoveUp());
-    device->CloseDevice();
-    EXPECT_FALSE(device->StopMoveUp()) << "it was the open camera that was closed";
-}
-
-TEST_P(FailedGoverningRead, IsMadeGoodByAnyOfTheFour)
-{
-    for (const Read &good : governing) {
-        camera().unstall();
-        EXPECT_TRUE(read(good)) << good.name;
-        device->CloseDevice();
-        EXPECT_TRUE(device->OpenDevice("0", 0)) << good.name;
-        camera().stall(GetParam().control);
-        EXPECT_FALSE(read(GetParam()));
-        EXPECT_FALSE(device->OpenDevice("0", 0));
-    }
-}
-
-TEST_P(FailedGoverningRead, IsNotMadeGoodByAnythingElse)
-{
-    camera().unstall();
-    for (const Read &other : others)
-        EXPECT_TRUE(read(other)) << other.name;
-    for (const Operation &operation : operations()) {
-        const bool reads = std::any_of(std::begin(governing), std::end(governing),
-            [&](const Read &each) { return operation.member == Member(each.get); });
-        if (operation.slot > 1 && !reads
-            && operation.member != Member(&BaseDevice::GetPropertyValues))
-            call(*device, operation.member, operation.argument);
-    }
-    EXPECT_FALSE(device->OpenDevice("0", 0));
-}
-
-TEST_P(FailedGoverningRead, IsMadeGoodByAShortAnswer)
-{
+    ASSERT_TRUE(device->OpenDevice("", 0));
+    camera().stall(Control::Brightness);
+    long out = 0;
+    EXPECT_FALSE(device->GetBrightness(&out));
+    for (const int index : { 0, 1, -1 })
+        EXPECT_FALSE(device->OpenDevice("", index));
+    EXPECT_EQ(driven(), 1);
     // A short answer is a success to libuvc, and so it is here.
     camera().unstall();
-    camera().answerShort(GetParam().control, 1);
-    EXPECT_TRUE(read(GetParam()));
-    device->CloseDevice();
-    EXPECT_TRUE(device->OpenDevice("0", 0));
+    camera().answerShort(Control::Brightness, 1);
+    EXPECT_TRUE(device->GetBrightness(&out));
+    EXPECT_TRUE(device->OpenDevice("", 1));
 }
 
-TEST_P(FailedOtherRead, DoesNotKeepTheNextOpenFromTheCamera)
+TEST_F(ThreeCameras, AreClosedAfterARefusedOpenOfIndexMinusOne)
 {
+    ASSERT_TRUE(device->OpenDevice("", 0));
+    camera().stall(Control::Brightness);
+    long out = 0;
+    EXPECT_FALSE(device->GetBrightness(&out));
+    EXPECT_FALSE(device->OpenDevice("", -1));
     device->CloseDevice();
-    EXPECT_TRUE(device->OpenDevice("0", 0));
-    EXPECT_GT(wire::opens(log()), 0);
+    EXPECT_EQ(driven(), 0) << "an open that is refused leaves no index";
+    EXPECT_FALSE(device->OpenDevice("", 0)) << "a close changes nothing";
 }
-
-std::string nameOf(const testing::TestParamInfo<Read> &row) { return row.param.name; }
-INSTANTIATE_TEST_SUITE_P(Of, FailedGoverningRead, testing::ValuesIn(governing), nameOf);
-INSTANTIATE_TEST_SUITE_P(Of, FailedOtherRead, testing::ValuesIn(others), nameOf);
 
 } // namespace

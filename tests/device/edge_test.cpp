@@ -1,8 +1,8 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// Ordinary use that runs into the edges of libuvc: cameras that may not be opened and that do not
-// tell. For those that are pulled out see unplug_test.cpp.
+// Ordinary use that runs into the edges of libuvc: cameras that may not be opened, that do not tell
+// their brightness, that lack a unit. For those that are pulled out see unplug_test.cpp.
 
 #include "device/uvc_edge.h"
 #include "tests/device/camera_fixture.h"
@@ -33,19 +33,16 @@ protected:
             uvc_call_recorder::calls(), Each(Not(AnyOf(HasSubstr("(no_"), HasSubstr("(null")))))
             << "libuvc was entered with something that is not open";
     }
-
-    // Every operation but opening, as on a camera that answers nothing.
-    void useEverything()
-    {
-        for (const Operation &operation : operations()) {
-            if (operation.slot == 0)
-                continue;
-            const Outcome outcome = call(*device, operation.member, operation.argument);
-            EXPECT_EQ(outcome.result, operation.refused) << operation;
-            EXPECT_EQ(outcome.out, untouched) << operation;
-        }
-    }
 };
+
+TEST_F(Edge, EveryControlMayBeUsedBeforeTheFirstOpenAndAfterTheClose)
+{
+    expectAllRefused(*device);
+    device = makeDevice(); // one whose brightness was not asked for in vain
+    ASSERT_TRUE(device->OpenDevice("0", 0));
+    expectAllRefused(*device);
+    EXPECT_THAT(received(), IsEmpty());
+}
 
 TEST_F(Edge, EveryControlMayBeUsedAfterBothOpensOfTheStartWereRefused)
 {
@@ -55,8 +52,7 @@ TEST_F(Edge, EveryControlMayBeUsedAfterBothOpensOfTheStartWereRefused)
         EXPECT_FALSE(device->OpenDevice("0", 0));
         device->CloseDevice();
         EXPECT_FALSE(device->OpenDevice("0", 0));
-        useEverything();
-        useEverything();
+        expectAllRefused(*device);
         EXPECT_THAT(received(), IsEmpty());
     }
 }
@@ -69,9 +65,8 @@ TEST_F(Edge, ACameraThatDoesNotTellItsBrightnessIsClosedByTheSecondOpen)
     device->CloseDevice();
     EXPECT_FALSE(device->OpenDevice("0", 0));
     log().clear();
-    useEverything();
+    expectAllRefused(*device);
     EXPECT_THAT(received(), IsEmpty());
-    device->CloseDevice();
     EXPECT_FALSE(device->OpenDevice("1", 1));
 }
 
@@ -91,14 +86,55 @@ TEST_F(Edge, FailuresAreNotToldInWords)
     testing::internal::CaptureStderr();
     EXPECT_FALSE(device->OpenDevice("1", 1));
     EXPECT_FALSE(device->OpenDevice("9", 9));
-    for (const Operation &operation : operations()) {
-        if (operation.slot > 1)
-            call(*device, operation.member, operation.argument);
-    }
+    for (const Operation &operation : onAnOpenCamera())
+        call(*device, operation);
     EXPECT_FALSE(device->OpenDevice("0", 0));
     device->CloseDevice();
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+// ---- cameras that lack a unit ----
+
+class MissingUnit : public OpenCamera, public testing::WithParamInterface<const char *>
+{
+protected:
+    MissingUnit() : OpenCamera({ DeviceDescription::ptzCamera(lacking(GetParam())) }) { }
+    static virtual_camera::CameraDescription lacking(const char *unit)
+    {
+        auto description = tolerantCamera();
+        EXPECT_EQ(applyOption(description, "without", unit), std::nullopt);
+        return description;
+    }
+};
+
+TEST_P(MissingUnit, RefusesItsOwnRequestsAlone)
+{
+    const unsigned missing = GetParam() == std::string("camera_terminal") ? 1 : 2;
+    for (const Operation &operation : onAnOpenCamera()) {
+        const bool toMissing =
+            !operation.requests.empty() && operation.requests[0].index >> 8U == missing;
+        log().clear();
+        const Outcome outcome = call(*device, operation);
+        EXPECT_EQ(outcome.result, toMissing ? operation.refused : operation.accepted) << operation;
+        EXPECT_EQ(outcome.out != untouched, operation.isGetter() && outcome.result) << operation;
+        const wire::Requests expected = toMissing ? wire::Requests() : operation.requests;
+        EXPECT_THAT(received(), testing::ElementsAreArray(expected)) << operation;
+        device->props = {};
+        device->SetWhiteBalanceAuto(0);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, MissingUnit, testing::Values("camera_terminal", "processing_unit"),
+    [](const auto &row) { return row.param; });
+
+TEST_F(Edge, AUnitThatTheCameraLacksIsNotSupported)
+{
+    uvc_edge::Handle handle{ nullptr, true, { false, true } };
+    EXPECT_EQ(check(handle, uvc_edge::CameraTerminal), UVC_ERROR_NOT_SUPPORTED);
+    EXPECT_EQ(check(handle, uvc_edge::ProcessingUnit), UVC_SUCCESS);
+    handle.open = false;
+    EXPECT_EQ(check(handle, uvc_edge::ProcessingUnit), UVC_ERROR_NO_DEVICE);
 }
 
 } // namespace

@@ -118,7 +118,7 @@ TEST_F(Factory, DeletesNothingForNull)
 
 TEST_F(Factory, DeletesTheStorageAloneAndLeavesTheCameraOpen)
 {
-    BaseDevice *const doomed = BaseDevice::CreateDevice(DeviceType::USB);
+    BaseDevice *const doomed = BaseDevice::CreateDevice(USB);
     ASSERT_TRUE(doomed->OpenDevice("", 0));
     doomed->StartMoveRight(5);
     uvc_call_recorder::clear();

@@ -125,17 +125,4 @@ INSTANTIATE_TEST_SUITE_P(Property, Writing,
         Setter{ "Flicker", &BaseDevice::SetFlicker, wire::powerLineFrequency }),
     [](const auto &row) { return row.param.name; });
 
-using ImageProperty = OpenCamera;
-
-TEST_F(ImageProperty, TheGainIsReadFromItsControlAndSetByCommand)
-{
-    camera().setRange(Control::Gain, Range{ 0, 255, 32, 32, 1 });
-    device->SetGain(70000);
-    long gain = 0;
-    EXPECT_TRUE(device->GetGain(&gain));
-    EXPECT_EQ(gain, 32);
-    EXPECT_THAT(received(),
-        ElementsAre(wire::set(wire::rollAbsolute, { 0x70, 0x11 }), wire::getCur(wire::gain)));
-}
-
 } // namespace

@@ -8,13 +8,8 @@
 #include "tests/device/camera_fixture.h"
 #include "tests/device/operations.h"
 
-#include <dlfcn.h>
-#include <elf.h>
-#include <link.h>
-
 #include <cstddef>
 #include <cstring>
-#include <set>
 
 namespace {
 
@@ -26,8 +21,10 @@ static_assert(!std::has_virtual_destructor_v<USBDevice>);
 static_assert(std::is_base_of_v<BaseDevice, USBDevice>);
 static_assert(std::is_convertible_v<USBDevice *, BaseDevice *>, "publicly derived");
 static_assert(std::is_default_constructible_v<USBDevice>);
+static_assert(!std::is_copy_constructible_v<USBDevice> && !std::is_copy_assignable_v<USBDevice>);
+static_assert(!std::is_move_constructible_v<USBDevice> && !std::is_move_assignable_v<USBDevice>);
 
-static_assert(static_cast<int>(DeviceType::USB) == 0);
+static_assert(USB == 0 && std::is_same_v<decltype(USB), DeviceType>);
 static_assert(USBDevice::PRODUCT_ID_FILTER == 0x8888);
 
 static_assert(std::is_same_v<decltype(DeviceInfo::index), std::int32_t>);
@@ -48,41 +45,32 @@ static_assert(
 static_assert(std::is_same_v<decltype(&BaseDevice::CreateDevice), BaseDevice *(*)(DeviceType)>);
 static_assert(std::is_same_v<decltype(&BaseDevice::DeleteDevice), void (*)(BaseDevice *)>);
 
-class Interface : public PluggedIn
+// What GCC and Clang store of a pointer to a virtual member function everywhere but on Windows: the
+// offset of its slot, on most processors with the lowest bit set as a mark.
+int slotOf(const Member &member)
 {
-protected:
-    Interface() : PluggedIn(std::vector<virtual_camera::DeviceDescription>{}) { }
-};
+    return std::visit(
+        [](auto pointer) {
+            std::ptrdiff_t offset = 0;
+            std::memcpy(&offset, &pointer, sizeof offset);
+            return static_cast<int>(offset / static_cast<std::ptrdiff_t>(sizeof(void *)));
+        },
+        member);
+}
 
-TEST_F(Interface, ItsOperationsTakeTheSlots0To83)
+TEST(Interface, ItsOperationsTakeTheSlots0To83)
 {
     ASSERT_EQ(operations().size(), 84U);
-    std::set<int> slots;
-    for (const Operation &operation : operations()) {
-        EXPECT_EQ(slotOf(operation.member), operation.slot) << operation.name;
-        slots.insert(slotOf(operation.member));
+    for (int slot = 0; slot < 84; ++slot) {
+        const Operation &operation = operations()[static_cast<std::size_t>(slot)];
+        EXPECT_EQ(slotOf(operation.member), slot) << operation;
     }
-    EXPECT_EQ(slots.size(), 84U);
-    EXPECT_EQ(*slots.begin(), 0) << "no destructor stands before the first operation";
-    EXPECT_EQ(*slots.rbegin(), 83);
 }
 
-TEST_F(Interface, ItsTableHoldsNothingElse)
+TEST(Interface, ADevicePointerIsAnInterfacePointer)
 {
-    // The program's own symbol table tells how large the virtual table is: the operations, and
-    // before them the offset to the object's start and the type's description.
-    Dl_info where{};
-    void *extra = nullptr;
-    void **table = nullptr;
-    std::memcpy(&table, device, sizeof table);
-    ASSERT_NE(dladdr1(table, &where, &extra, RTLD_DL_SYMENT), 0);
-    ASSERT_STREQ(where.dli_sname, "_ZTV9USBDevice");
-    EXPECT_EQ(static_cast<const ElfW(Sym) *>(extra)->st_size, (2 + 84) * sizeof(void *));
-}
-
-TEST_F(Interface, ADevicePointerIsAnInterfacePointer)
-{
-    EXPECT_EQ(dynamic_cast<void *>(device), static_cast<void *>(device))
+    const BaseDevice *const device = makeDevice();
+    EXPECT_EQ(dynamic_cast<const void *>(device), static_cast<const void *>(device))
         << "the interface is the object's first and only base";
 }
 
@@ -110,8 +98,9 @@ TEST(Records, APropertyRecordIsSixSigned64BitNumbersInOrder)
     EXPECT_EQ(record.flags, -6);
 }
 
-TEST_F(Interface, ANewDeviceHas26RecordsOfZeros)
+TEST(Interface, ANewDeviceHas26RecordsOfZeros)
 {
+    const BaseDevice *const device = makeDevice();
     EXPECT_EQ(device->props.size(), 26U);
     for (const PropertyRecord &record : device->props) {
         const std::int64_t numbers[] = { record.min, record.max, record.step, record.def,
@@ -121,51 +110,17 @@ TEST_F(Interface, ANewDeviceHas26RecordsOfZeros)
 }
 
 // Filled before main() changes anything: what the program starts with.
-const std::vector<int> rangesAtStart{
-    cur_brightness,
-    min_brightness,
-    max_brightness,
-    default_brightness,
-    step_brightness,
-    cur_contrast,
-    min_contrast,
-    max_contrast,
-    default_contrast,
-    step_contrast,
-    cur_saturation,
-    min_saturation,
-    max_saturation,
-    default_saturation,
-    step_saturation,
-    cur_sharpness,
-    min_sharpness,
-    max_sharpness,
-    default_sharpness,
-    step_sharpness,
-    cur_gamma,
-    min_gamma,
-    max_gamma,
-    default_gamma,
-    step_gamma,
-    cur_wb,
-    min_wb,
-    max_wb,
-    default_wb,
-    step_wb,
-    cur_blc,
-    min_blc,
-    max_blc,
-    default_blc,
-    step_blc,
-    cur_fliker,
-    min_fliker,
-    max_fliker,
-    default_fliker,
-};
+const int rangesAtStart[] = { cur_brightness, min_brightness, max_brightness, default_brightness,
+    step_brightness, cur_contrast, min_contrast, max_contrast, default_contrast, step_contrast,
+    cur_saturation, min_saturation, max_saturation, default_saturation, step_saturation,
+    cur_sharpness, min_sharpness, max_sharpness, default_sharpness, step_sharpness, cur_gamma,
+    min_gamma, max_gamma, default_gamma, step_gamma, cur_wb, min_wb, max_wb, default_wb, step_wb,
+    cur_blc, min_blc, max_blc, default_blc, step_blc, cur_fliker, min_fliker, max_fliker,
+    default_fliker };
 
 TEST(PropertyRanges, AreZeroAtStart)
 {
-    EXPECT_EQ(rangesAtStart.size(), 39U);
+    EXPECT_EQ(std::size(rangesAtStart), 39U);
     EXPECT_THAT(rangesAtStart, Each(0));
     static_assert(std::is_same_v<decltype(cur_brightness), std::int32_t>);
     static_assert(std::is_same_v<decltype(default_fliker), std::int32_t>);

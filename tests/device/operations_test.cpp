@@ -6,12 +6,12 @@
 
 #include "tests/device/camera_fixture.h"
 #include "tests/device/operations.h"
-
-#include <dlfcn.h>
+#include "tests/support/uvc_call_recorder.h"
 
 namespace {
 
 using testing::ElementsAreArray;
+using virtual_camera::DeviceDescription;
 
 // One camera for all rows: what an operation leaves behind must not matter to the next.
 class EveryOperation : public testing::TestWithParam<Operation>
@@ -19,8 +19,7 @@ class EveryOperation : public testing::TestWithParam<Operation>
 protected:
     static void SetUpTestSuite()
     {
-        testbed = new virtual_camera::Testbed(
-            { virtual_camera::DeviceDescription::ptzCamera(tolerantCamera()) });
+        testbed = new virtual_camera::Testbed({ DeviceDescription::ptzCamera(tolerantCamera()) });
         device = makeDevice();
         ASSERT_TRUE(device->OpenDevice("0", 0));
     }
@@ -33,11 +32,34 @@ protected:
     {
         testbed->device(1).clearFaults();
         device->props = {};
+        long gamma = 0;
+        device->GetGamma(&gamma); // no earlier read bars the next open
         // The camera takes no colour temperature while it sets that itself.
         device->SetWhiteBalanceAuto(0);
         testbed->log().clear();
     }
-    static wire::Requests received() { return wire::received(testbed->log()); }
+    void TearDown() override { uvc_call_recorder::failOnDemand(""); }
+
+    static void expect(bool result)
+    {
+        const Operation &operation = GetParam();
+        const Outcome outcome = call(*device, operation);
+        EXPECT_THAT(wire::received(testbed->log()), ElementsAreArray(operation.requests));
+        EXPECT_EQ(outcome.result, result);
+        EXPECT_EQ(outcome.out != untouched, operation.isGetter() && result);
+    }
+    // Whether the next open is refused untried. The device can open again afterwards.
+    static bool isBarred()
+    {
+        uvc_call_recorder::failOnDemand("uvc_open=-1");
+        uvc_call_recorder::clear();
+        EXPECT_FALSE(device->OpenDevice("0", 0));
+        const bool barred = uvc_call_recorder::names().empty();
+        uvc_call_recorder::failOnDemand("");
+        long gamma = 0;
+        EXPECT_TRUE(device->GetGamma(&gamma));
+        return barred;
+    }
 
     static virtual_camera::Testbed *testbed;
     static BaseDevice *device;
@@ -47,63 +69,38 @@ BaseDevice *EveryOperation::device = nullptr;
 
 std::string nameOf(const testing::TestParamInfo<Operation> &row) { return row.param.name; }
 
-bool isGetter(const Operation &operation)
+TEST_P(EveryOperation, ReachesTheCameraAsItsRequests) { expect(GetParam().accepted); }
+
+TEST_P(EveryOperation, TakesAPositiveStatusForSuccess)
 {
-    return std::holds_alternative<bool (BaseDevice::*)(long *)>(operation.member);
+    uvc_call_recorder::failOnDemand("*=1");
+    expect(GetParam().accepted);
 }
 
-// Whether an out-value should have been written by a getter that succeeded.
-bool writes(const Operation &operation) { return isGetter(operation) && operation.accepted; }
-
-TEST_P(EveryOperation, ReachesTheCameraAsItsRequests)
+TEST_P(EveryOperation, AnswersForARefusalAndIsNotTriedAgain)
 {
-    const Operation &operation = GetParam();
-    const Outcome outcome = call(*device, operation.member, operation.argument);
-    EXPECT_THAT(received(), ElementsAreArray(operation.requests));
-    EXPECT_EQ(outcome.result, operation.accepted);
-    EXPECT_EQ(outcome.out != untouched, writes(operation));
-}
-
-TEST_P(EveryOperation, AnswersForARefusalAndLeavesTheOutValue)
-{
-    const Operation &operation = GetParam();
     testbed->device(1).stallEverything();
-    const Outcome outcome = call(*device, operation.member, operation.argument);
-    EXPECT_THAT(received(), ElementsAreArray(operation.requests)) << "nothing is tried twice";
-    EXPECT_EQ(outcome.result, operation.refused);
-    EXPECT_EQ(outcome.out, untouched);
+    expect(GetParam().refused);
 }
 
-TEST_P(EveryOperation, IsReachedThroughItsSlot)
+// Four reads decide whether the next open may be tried; all eight properties are read with them.
+TEST_P(EveryOperation, BarsTheNextOpenOnlyByAReadThatDecides)
 {
-    const Operation &operation = GetParam();
-    EXPECT_EQ(slotOf(operation.member), operation.slot) << "where a call by name goes";
-    EXPECT_EQ(entry(*device, operation.slot), dlsym(nullptr, symbolOf(operation).c_str()))
-        << "what stands in the slot is not USBDevice::" << operation.name;
-    const Outcome outcome = callSlot(*device, operation.slot, operation.member, operation.argument);
-    EXPECT_THAT(received(), ElementsAreArray(operation.requests));
-    EXPECT_EQ(outcome.result, operation.accepted);
-    EXPECT_EQ(outcome.out != untouched, writes(operation));
+    const std::string name = GetParam().name;
+    const bool decides = name == "GetBrightness" || name == "GetGamma" || name == "GetContrast"
+        || name == "GetBLC" || name == "GetPropertyValues";
+    uvc_call_recorder::failOnDemand("*=-4");
+    call(*device, GetParam());
+    EXPECT_EQ(isBarred(), decides);
+
+    uvc_call_recorder::failOnDemand("uvc_get_gamma=-4");
+    long gamma = 0;
+    device->GetGamma(&gamma);
+    uvc_call_recorder::failOnDemand("");
+    call(*device, GetParam());
+    EXPECT_EQ(isBarred(), !decides) << "after a failed read";
 }
 
-// Opening and closing have tests of their own; what they do cannot be told by requests.
-std::vector<Operation> onAnOpenCamera() { return { operations().begin() + 2, operations().end() }; }
 INSTANTIATE_TEST_SUITE_P(OnTheWire, EveryOperation, testing::ValuesIn(onAnOpenCamera()), nameOf);
-
-using Slots = PluggedIn;
-
-TEST_F(Slots, TheFirstTwoOpenAndClose)
-{
-    for (const Operation &operation : { operations()[0], operations()[1] }) {
-        EXPECT_EQ(slotOf(operation.member), operation.slot);
-        EXPECT_EQ(entry(*device, operation.slot), dlsym(nullptr, symbolOf(operation).c_str()));
-    }
-    log().clear();
-    EXPECT_TRUE(callSlot(*device, 0, operations()[0].member, 0).result);
-    EXPECT_TRUE(device->StopFocus());
-    callSlot(*device, 1, operations()[1].member, 0);
-    EXPECT_TRUE(wire::waitUntilClosed(log()));
-    EXPECT_FALSE(device->StopFocus());
-}
 
 } // namespace

@@ -95,17 +95,6 @@ protected:
         cameraAt(index).replug();
         EXPECT_TRUE(watcher.waitUntil(cameraAt(index).address(), true));
     }
-    // Every operation but opening, as on a camera that answers nothing.
-    void useEverything()
-    {
-        for (const Operation &operation : operations()) {
-            if (operation.slot == 0)
-                continue;
-            const Outcome outcome = call(*device, operation.member, operation.argument);
-            EXPECT_EQ(outcome.result, operation.refused) << operation;
-            EXPECT_EQ(outcome.out, untouched) << operation;
-        }
-    }
     static wire::Requests received() { return wire::received(testbed->log()); }
 
     static std::unique_ptr<virtual_camera::Testbed> testbed;
@@ -124,7 +113,7 @@ TEST_F(Unplugged, ACameraMayBeChosenAgainThreeTimes)
         EXPECT_FALSE(device->OpenDevice("0", 0)) << round;
         EXPECT_FALSE(device->StopMoveUp());
     }
-    useEverything();
+    expectAllRefused(*device);
     EXPECT_THAT(received(), IsEmpty());
 }
 
@@ -133,15 +122,10 @@ TEST_F(Unplugged, ACameraMayBeUsedBeforeItIsClosed)
     ASSERT_TRUE(device->OpenDevice("0", 0));
     device->StartMoveLeft(5);
     pullOut(0);
-    for (const Operation &operation : operations()) {
-        if (operation.slot > 1) {
-            EXPECT_EQ(call(*device, operation.member, operation.argument).result, operation.refused)
-                << operation;
-        }
-    }
+    for (const Operation &operation : onAnOpenCamera())
+        EXPECT_EQ(call(*device, operation).result, operation.refused) << operation;
     device->CloseDevice();
-    device->CloseDevice();
-    useEverything();
+    expectAllRefused(*device);
 }
 
 TEST_F(Unplugged, AnotherCameraTakesOver)

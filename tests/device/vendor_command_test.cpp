@@ -5,10 +5,8 @@
 // of them.
 
 #include "tests/device/camera_fixture.h"
-#include "tests/device/operations.h"
 
 #include <climits>
-#include <set>
 
 namespace {
 
@@ -37,12 +35,6 @@ TEST_F(VendorCommand, APresetIsItsNumberAndTheOffsetWhateverTheByte)
     }
 }
 
-TEST_F(VendorCommand, Preset200IsCalledWith300)
-{
-    device->CallPreset(200);
-    EXPECT_THAT(received(), ElementsAre(wire::set(wire::rollAbsolute, { 0x2c, 0x01 })));
-}
-
 TEST_F(VendorCommand, TheGainIsNarrowedTo16Bits)
 {
     const std::pair<int, int> rows[] = { { 0, 0 }, { 103, 103 }, { 32767, 32767 },
@@ -53,23 +45,6 @@ TEST_F(VendorCommand, TheGainIsNarrowedTo16Bits)
         EXPECT_TRUE(device->SetGain(value)) << value;
         EXPECT_THAT(received(), ElementsAre(command(sent))) << value;
     }
-}
-
-TEST_F(VendorCommand, NothingSendsTheCodesThatHaveNoMeaning)
-{
-    std::set<int> sent;
-    for (const Operation &operation : operations()) {
-        const auto *const plain = std::get_if<bool (BaseDevice::*)()>(&operation.member);
-        if (!plain)
-            continue;
-        log().clear();
-        (device->**plain)();
-        for (const wire::Request &request : received()) {
-            if (request.value == 0x0f00)
-                sent.insert(request.data.at(0) | request.data.at(1) << 8);
-        }
-    }
-    EXPECT_THAT(sent, ElementsAre(0, 1, 2, 3, 4, 5, 6, 7, 8, 10, 11, 16, 17, 18, 19));
 }
 
 struct SwitchRow

@@ -33,8 +33,8 @@ TEST(PreloadedRecorder, WritesEachCallAtOnceAndLetsFailWhatItIsTold)
     ASSERT_STREQ(std::getenv("UVC_CALLS_FAIL"), "uvc_init#3=-99,uvc_set_roll_abs=-4");
 
     const virtual_camera::Testbed testbed(1);
-    static BaseDevice *const device = BaseDevice::CreateDevice(DeviceType::USB);
-    static BaseDevice *const second = BaseDevice::CreateDevice(DeviceType::USB);
+    static BaseDevice *const device = BaseDevice::CreateDevice(USB);
+    static BaseDevice *const second = BaseDevice::CreateDevice(USB);
     EXPECT_NE(second, nullptr);
     std::vector<DeviceInfo> list;
     EXPECT_FALSE(BaseDevice::EnumUSBDevices(list));
