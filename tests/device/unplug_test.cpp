@@ -8,6 +8,7 @@
 // camera that no other needs.
 
 #include "tests/device/camera_fixture.h"
+#include "tests/device/libusb_calls.h"
 #include "tests/device/operations.h"
 
 #include <libusb.h>
@@ -18,6 +19,7 @@
 
 namespace {
 
+using testing::ElementsAre;
 using testing::IsEmpty;
 using virtual_camera::DeviceDescription;
 
@@ -156,6 +158,28 @@ TEST_F(Unplugged, ACameraThatComesBackIsForTheNextDevice)
         plugIn(0);
         EXPECT_FALSE(device->OpenDevice("0", 0));
     }
+}
+
+TEST_F(Unplugged, ACameraMayBePulledOutBeforeAnyCallThatClosesIt)
+{
+    std::vector<std::string> calls;
+    for (std::size_t pulledBefore = 0; pulledBefore <= calls.size(); ++pulledBefore) {
+        device = makeDevice();
+        ASSERT_TRUE(device->OpenDevice("0", 0));
+        calls.clear();
+        libusb_calls::beforeClosing = [&](const std::string &call) {
+            calls.push_back(call);
+            if (calls.size() == pulledBefore)
+                pullOut(0);
+        };
+        device->CloseDevice();
+        libusb_calls::beforeClosing = nullptr;
+        EXPECT_FALSE(device->StopFocus());
+        if (pulledBefore != 0)
+            plugIn(0);
+    }
+    EXPECT_THAT(calls,
+        ElementsAre("libusb_release_interface", "libusb_attach_kernel_driver", "libusb_close"));
 }
 
 TEST_F(Unplugged, ARequestThatHangsEnds)

@@ -21,6 +21,9 @@ from harness.waiting import wait_for
 PATIENCE = float(os.environ.get("PTZ_DRILL_PATIENCE", "20"))
 """Seconds to wait for what follows a fault: such a machine is not only faulty but busy."""
 
+HANGS = "delay 1 3600000"
+"""Makes the first camera answer nothing any more."""
+
 SEED = int(os.environ.get("PTZ_DRILL_SEED", "1"))
 
 # Use of freed memory shows itself: what is given back is filled with this byte.

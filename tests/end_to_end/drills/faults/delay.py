@@ -1,12 +1,12 @@
 # Copyright (c) 2026 The PTZ panel developers
 # SPDX-License-Identifier: MIT
 
-"""Cameras that take their time: 50 ms and 1 s for each request."""
+"""Cameras that take their time: 50 ms and 1 s for each request, or that hang."""
 
 import contextlib
 import signal
 
-from drill import Row
+from drill import HANGS, Row
 from harness import requests
 from harness.motions import is_start
 from holds import MOTIONS, key, settings_slider
@@ -99,6 +99,36 @@ def ended(hold):
     return run
 
 
+def hung_and_ended(drill):
+    """A request is given up after 5 s, and after 1 s from then on."""
+    drill.ready()
+    drill.tell(HANGS)
+    drill.answers()
+    drill.panel.signal(signal.SIGTERM)
+    drill.ends_with(128 + signal.SIGTERM)
+
+
+def hung_while_a_key_is_held(drill):
+    drill.ready()
+    with key("Right")(drill):
+        drill.tell(HANGS)
+    answers_and_drives(drill)
+
+
+def hung_while_the_start_reads(drill):
+    """Near the end of its 64 reads, for each takes a second."""
+    drill.wait(lambda: sum(line.what.startswith("GET_") for line in drill.panel.log.lines()) >= 61,
+               "61 reads")
+    drill.tell(HANGS)
+    answers_and_drives(drill.ready())
+
+
+def answers_and_drives(drill):
+    drill.answers()
+    drill.tell("delay 1 0")
+    drill.drives()
+
+
 @contextlib.contextmanager
 def up_and_tele(drill):
     with key("t")(drill), key("Up")(drill):
@@ -107,6 +137,7 @@ def up_and_tele(drill):
 
 MOMENTS = [*MOTIONS, ("a settings slider held", settings_slider)]
 LIVES = "lives; stops at the release"
+HUNG = "lives; the camera is driven when it answers again"
 
 ROWS = [
     Row("50 ms for each request", "from the start", "lives; the camera is driven", used,
@@ -118,6 +149,10 @@ ROWS = [
     *[Row("1 s for each request", moment, LIVES, driven(1000, hold)) for moment, hold in MOMENTS],
     Row("1 s for each request", "an arrow key held long", LIVES, long_held(1000, 3)),
     Row("1 s for each request", "when the camera is chosen", "lives; the camera is driven", chosen),
+    Row("no answer", "idle", "lives; ends with 143", hung_and_ended),
+    Row("no answer", "an arrow key held", HUNG, hung_while_a_key_is_held),
+    Row("no answer", "while the start reads the camera", HUNG, hung_while_the_start_reads,
+        {"faults": ["delay 1 20"]}),
     *[Row("1 s for each request", f"SIGTERM with {moment}", "ends with 143; nothing moves on",
           ended(hold))
       for moment, hold in [*MOTIONS, ("an arrow key and a zoom key held", up_and_tele)]],
