@@ -3,7 +3,10 @@
 #pragma once
 
 #include <QComboBox>
-#include <QTest>
+#include <QLineEdit>
+#include <QSlider>
+
+#include <utility>
 
 #include "console/console_state.h"
 #include "tests/console/image_property_rows.h"
@@ -17,43 +20,39 @@ protected:
     using RequestCode = virtual_camera::RequestCode;
     using Range = virtual_camera::Range;
 
-    /// A range that differs from property to property, and each number from the others.
-    static Range rangeOf(std::size_t row)
+    /// Each number differs from all others.
+    static Range rangeOf(const ImageProperty &row)
     {
-        const auto n = static_cast<std::int64_t>(row);
+        const std::int64_t n = &row - imageProperties().data();
         return { n + 1, 90 + n, 40 + n, 20 + n, 1 };
     }
-    static const Range &flicker()
-    {
-        static const Range range{ 0, 2, 2, 1, 1 };
-        return range;
-    }
+    static Range flicker() { return { 0, 2, 2, 1, 1 }; }
 
-    static virtual_camera::CameraDescription description()
+    /// Plugs in cameras with these ranges, but for `changes`.
+    void plugInOnRanges(int cameras, const std::vector<std::pair<Control, Range>> &changes = {})
     {
         virtual_camera::CameraDescription camera;
-        for (std::size_t row = 0; row < imageProperties().size(); ++row)
-            camera.range(imageProperties()[row].control) = rangeOf(row);
+        for (const ImageProperty &row : imageProperties())
+            camera.range(row.control) = rangeOf(row);
         camera.range(Control::PowerLineFrequency) = flicker();
-        return camera;
+        for (const auto &[control, range] : changes)
+            camera.range(control) = range;
+        plugIn(std::vector<virtual_camera::DeviceDescription>(static_cast<std::size_t>(cameras),
+            virtual_camera::DeviceDescription::ptzCamera(camera)));
     }
-
-    /// So many of these cameras, and a window that has polled.
     void startOnRanges(int cameras = 1)
     {
-        plugIn(std::vector<virtual_camera::DeviceDescription>(static_cast<std::size_t>(cameras),
-            virtual_camera::DeviceDescription::ptzCamera(description())));
+        plugInOnRanges(cameras);
         start(cameras);
     }
-
-    QSlider *slider(const ImageProperty &row) { return form().*row.slider; }
-    QString shown(const ImageProperty &row) { return (form().*row.box)->text(); }
-    QComboBox *flickerChoice() { return form().cb_fliker; }
-
-    void click(QPushButton *button) { QTest::mouseClick(button, Qt::LeftButton); }
     void openPanel()
     {
         click(form().btn_setting);
         ASSERT_TRUE(form().Win_Right->isVisible());
     }
+
+    QSlider *slider(const ImageProperty &row) { return form().*row.slider; }
+    QLineEdit *box(const ImageProperty &row) { return form().*row.box; }
+    QString shown(const ImageProperty &row) { return box(row)->text(); }
+    QComboBox *flickerChoice() { return form().cb_fliker; }
 };

@@ -6,7 +6,6 @@
 #include <cerrno>
 
 #include "tests/console/image_settings_fixture.h"
-#include "tests/console/uvc_calls.h"
 #include "tests/support/uvc_call_recorder.h"
 
 namespace {
@@ -14,63 +13,86 @@ namespace {
 using Names = std::vector<std::string>;
 
 class SettingsLoad : public SettingsTest
-{ };
+{
+protected:
+    /// The current value, the slider's value and what the box shows.
+    struct Shown
+    {
+        int cur, slider;
+        QString box;
+    };
+    void expectRow(const ImageProperty &row, const Shown &expected)
+    {
+        EXPECT_EQ(row.cur, expected.cur) << row.name;
+        EXPECT_EQ(slider(row)->value(), expected.slider) << row.name;
+        EXPECT_EQ(shown(row), expected.box) << row.name;
+    }
+    void expectRangesOfTheCamera()
+    {
+        for (const ImageProperty &row : imageProperties()) {
+            const Range range = rangeOf(row);
+            const int cur = static_cast<int>(range.cur);
+            expectRow(row, { cur, cur, QString::number(cur) });
+            EXPECT_EQ(row.min, range.min) << row.name;
+            EXPECT_EQ(row.max, range.max) << row.name;
+            EXPECT_EQ(row.def, range.def) << row.name;
+            EXPECT_EQ(row.step, 0) << row.name;
+            EXPECT_EQ(slider(row)->minimum(), range.min) << row.name;
+            EXPECT_EQ(slider(row)->maximum(), range.max) << row.name;
+            EXPECT_EQ(slider(row)->pageStep(), 0) << row.name;
+        }
+        EXPECT_EQ((std::vector{ cur_fliker, min_fliker, max_fliker, default_fliker }),
+            (std::vector{ 1, 0, 2, 2 }));
+        EXPECT_EQ(flickerChoice()->currentIndex(), 1);
+    }
+    const ImageProperty &property(Control control)
+    {
+        return *std::find_if(imageProperties().begin(), imageProperties().end(),
+            [control](const ImageProperty &row) { return row.control == control; });
+    }
+};
 
-TEST_F(SettingsLoad, TakesTheRangesOfTheCameraAndShowsThem)
+TEST_F(SettingsLoad, ClosesOpensReadsAndShowsTheRangesOfTheCamera)
 {
     for (const ImageProperty &row : imageProperties())
         row.step = 9;
     startOnRanges();
-    for (std::size_t index = 0; index < imageProperties().size(); ++index) {
-        const ImageProperty &row = imageProperties()[index];
-        SCOPED_TRACE(row.name);
-        const Range range = rangeOf(index);
-        EXPECT_EQ(row.cur, range.cur);
-        EXPECT_EQ(row.min, range.min);
-        EXPECT_EQ(row.max, range.max);
-        EXPECT_EQ(row.def, range.def);
-        EXPECT_EQ(row.step, 0);
-        EXPECT_EQ(slider(row)->minimum(), range.min);
-        EXPECT_EQ(slider(row)->maximum(), range.max);
-        EXPECT_EQ(slider(row)->pageStep(), 0);
-        EXPECT_EQ(slider(row)->value(), range.cur);
-        EXPECT_EQ(shown(row), QString::number(range.cur));
-    }
-    EXPECT_EQ(cur_fliker, flicker().cur);
-    EXPECT_EQ(min_fliker, flicker().min);
-    EXPECT_EQ(max_fliker, flicker().max);
-    EXPECT_EQ(default_fliker, flicker().def);
-    EXPECT_EQ(flickerChoice()->currentIndex(), flicker().cur);
-}
-
-TEST_F(SettingsLoad, ClosesOpensAndReadsAndWritesNothing)
-{
-    startOnRanges();
+    expectRangesOfTheCamera();
     uvc_call_recorder::clear();
     window->Setting_Press(0);
     EXPECT_EQ(opensAndCloses(), (Names{ "close", "open 0" }));
     EXPECT_EQ(sent(), allReads());
+    expectRangesOfTheCamera();
+}
+
+TEST_F(SettingsLoad, FailedOpenLeavesThePanelAndClosesTheCamera)
+{
+    startOnRanges(2);
+    camera(2).refuseOpen(EBUSY);
+    uvc_call_recorder::clear();
+    window->Setting_Press(1);
+    EXPECT_EQ(opensAndCloses(), (Names{ "close", "open 1 failed" }));
+    EXPECT_TRUE(becomesFree(1));
+    expectRangesOfTheCamera();
 }
 
 TEST_F(SettingsLoad, FillsThePanelInItsOrder)
 {
-    plugIn({ virtual_camera::DeviceDescription::ptzCamera(description()) });
+    plugInOnRanges(1);
     makeWindow();
     Names order;
+    const auto note = [&order](const QString &what) { order.push_back(what.toStdString()); };
     for (const ImageProperty &row : imageProperties()) {
-        const std::string name = row.name;
-        QObject::connect(
-            slider(row), &QSlider::rangeChanged, window.get(), [&order, name](int min, int max) {
-                order.push_back(name + ' ' + std::to_string(min) + ".." + std::to_string(max));
-            });
+        const QString name = row.name;
+        QObject::connect(slider(row), &QSlider::rangeChanged, window.get(),
+            [=](int min, int max) { note(QString("%1 %2..%3").arg(name).arg(min).arg(max)); });
         QObject::connect(slider(row), &QSlider::valueChanged, window.get(),
-            [&order, name](int value) { order.push_back(name + " at " + std::to_string(value)); });
-        QObject::connect(form().*row.box, &QLineEdit::textChanged, window.get(),
-            [&order, name](
-                const QString &text) { order.push_back(name + " shows " + text.toStdString()); });
+            [=](int value) { note(QString("%1 at %2").arg(name).arg(value)); });
+        QObject::connect(box(row), &QLineEdit::textChanged, window.get(),
+            [=](const QString &text) { note(name + " shows " + text); });
     }
-    QObject::connect(flickerChoice(), QOverload<int>::of(&QComboBox::currentIndexChanged),
-        window.get(), [&order](int index) { order.push_back("choice " + std::to_string(index)); });
+    QObject::connect(flickerChoice(), &QComboBox::currentTextChanged, window.get(),
+        [=](const QString &text) { note("choice " + text); });
     window->Setting_Press(0);
     forgetSent();
     EXPECT_EQ(order,
@@ -86,167 +108,93 @@ TEST_F(SettingsLoad, FillsThePanelInItsOrder)
             "white_balance_temperature 7..96", "white_balance_temperature at 26", //
             "backlight_compensation shows 20", "gamma shows 21", "contrast shows 22",
             "saturation shows 23", "brightness shows 24", "sharpness shows 25",
-            "white_balance_temperature shows 26", //
-            "choice 1" }));
+            "white_balance_temperature shows 26", "choice 50HZ" }));
 }
 
 TEST_F(SettingsLoad, SaturationAbove99StandsAt99UntilItIsLoadedAgain)
 {
-    plugIn(1); // saturation 128 of 0 to 255
+    const Range wide{ 0, 255, 128, 128, 1 };
+    plugInOnRanges(1, { { Control::Saturation, wide }, { Control::Contrast, wide } });
     makeWindow();
     window->Setting_Press(0);
-    EXPECT_EQ(form().slider_saturation->value(), 99);
-    EXPECT_EQ(form().slider_saturation->maximum(), 255);
-    EXPECT_EQ(form().v_saturation->text(), "128");
-    EXPECT_EQ(cur_saturation, 128);
-    EXPECT_EQ(form().slider_contrast->value(), 128) << "saturation alone";
+    expectRow(property(Control::Saturation), { 128, 99, "128" });
+    expectRow(property(Control::Contrast), { 128, 128, "128" });
     window->Setting_Press(0);
-    EXPECT_EQ(form().slider_saturation->value(), 128);
-    EXPECT_EQ(form().v_saturation->text(), "128");
+    expectRow(property(Control::Saturation), { 128, 128, "128" });
     forgetSent();
 }
 
-TEST_F(SettingsLoad, StartLoadsTwiceSoSaturationStandsRight)
+TEST_F(SettingsLoad, ShowsOddRangesAsTheyAreBesideASliderThatIsClamped)
 {
-    start(1);
-    EXPECT_EQ(form().slider_saturation->value(), 128);
-}
-
-TEST_F(SettingsLoad, NegativeBrightnessIsShownWithItsSign)
-{
-    virtual_camera::CameraDescription camera = description();
-    camera.range(Control::Brightness) = { -64, 64, -10, -3, 1 };
-    plugIn({ virtual_camera::DeviceDescription::ptzCamera(camera) });
-    start(1);
-    EXPECT_EQ(form().slider_brightness->minimum(), -64);
-    EXPECT_EQ(form().slider_brightness->maximum(), 64);
-    EXPECT_EQ(form().slider_brightness->value(), -3);
-    EXPECT_EQ(form().v_brightness->text(), "-3");
-    EXPECT_EQ(default_brightness, -10);
-}
-
-TEST_F(SettingsLoad, ValueOutsideItsRangeIsShownAsItIsBesideASliderAtItsEnd)
-{
-    virtual_camera::CameraDescription camera = description();
-    camera.range(Control::Contrast) = { 10, 50, 30, 200, 1 };
-    camera.range(Control::Gamma) = { 10, 50, 30, 2, 1 };
-    plugIn({ virtual_camera::DeviceDescription::ptzCamera(camera) });
-    start(1);
-    EXPECT_EQ(form().slider_contrast->value(), 50);
-    EXPECT_EQ(form().v_contrast->text(), "200");
-    EXPECT_EQ(cur_contrast, 200);
-    EXPECT_EQ(form().slider_gamma->value(), 10);
-    EXPECT_EQ(form().v_gamma->text(), "2");
-}
-
-TEST_F(SettingsLoad, MinimumAboveTheMaximumIsTakenAsItIs)
-{
-    virtual_camera::CameraDescription camera = description();
-    camera.range(Control::Sharpness) = { 60, 20, 30, 25, 1 };
-    plugIn({ virtual_camera::DeviceDescription::ptzCamera(camera) });
-    start(1);
-    EXPECT_EQ(min_sharpness, 60);
-    EXPECT_EQ(max_sharpness, 20);
-    // The maximum is set last and takes the minimum along.
-    EXPECT_EQ(form().slider_sharpness->minimum(), 20);
-    EXPECT_EQ(form().slider_sharpness->maximum(), 20);
-    EXPECT_EQ(form().slider_sharpness->value(), 20);
-    EXPECT_EQ(form().v_sharpness->text(), "25");
-}
-
-TEST_F(SettingsLoad, KeepsTheLow32BitsOfARecord)
-{
-    startOnRanges();
-    const ImageProperty &sharpness = imageProperties()[5];
-    constexpr std::int64_t beyond = (std::int64_t{ 1 } << 32) + 33;
-    // A read that fails leaves the record.
-    camera(1).stall(Control::Sharpness, RequestCode::GetCur);
-    Probe::device(*window)->props.at(sharpness.id).cur = beyond;
-    window->Setting_Press(0);
-    EXPECT_EQ(sharpness.cur, 33);
-    EXPECT_EQ(shown(sharpness), "33");
-    forgetSent();
-}
-
-TEST_F(SettingsLoad, UnreadableRangeShowsWhatWasReadBefore)
-{
-    virtual_camera::CameraDescription camera = description();
-    camera.range(Control::Gamma) = { 11, 77, 66, 55, 1 };
-    plugIn({ virtual_camera::DeviceDescription::ptzCamera(camera) });
-    this->camera(1).stall(Control::Contrast, RequestCode::GetMin);
-    this->camera(1).stall(Control::Sharpness, RequestCode::GetCur);
-    start(1);
-    EXPECT_EQ(min_contrast, 66) << "gamma's default was read before it";
-    EXPECT_EQ(cur_contrast, 22);
-    EXPECT_EQ(cur_sharpness, 0) << "never read";
-    EXPECT_EQ(form().v_sharpness->text(), "0");
-}
-
-TEST_F(SettingsLoad, OpenThatFailsLeavesThePanelAndClosesTheCamera)
-{
-    startOnRanges(2);
-    camera(2).refuseOpen(EBUSY);
-    uvc_call_recorder::clear();
-    window->Setting_Press(1);
-    EXPECT_EQ(opensAndCloses(), (Names{ "close", "open 1 failed" }));
-    EXPECT_EQ(sent(), Requests());
-    EXPECT_TRUE(becomesFree(1));
-    for (std::size_t index = 0; index < imageProperties().size(); ++index) {
-        const ImageProperty &row = imageProperties()[index];
-        EXPECT_EQ(row.cur, rangeOf(index).cur) << row.name;
-        EXPECT_EQ(slider(row)->value(), rangeOf(index).cur) << row.name;
-        EXPECT_EQ(shown(row), QString::number(rangeOf(index).cur)) << row.name;
-    }
-    EXPECT_EQ(flickerChoice()->currentIndex(), flicker().cur);
-}
-
-// The anti-flicker choice
-// -----------------------------------------------------------------------------
-
-class FlickerLoad : public SettingsTest
-{
-protected:
-    void reportFlicker(int current)
+    const struct
     {
-        Range range = flicker();
-        range.cur = current;
-        camera(1).setRange(Control::PowerLineFrequency, range);
+        Control control;
+        Range range; // min, max, def, cur, step
+        Shown shown;
+    } rows[] = {
+        { Control::Brightness, { -64, 64, -10, -3, 1 }, { -3, -3, "-3" } },
+        { Control::Contrast, { 10, 50, 30, 200, 1 }, { 200, 50, "200" } },
+        { Control::Gamma, { 10, 50, 30, 2, 1 }, { 2, 10, "2" } },
+        // The maximum is set last and takes the minimum along.
+        { Control::Sharpness, { 60, 20, 30, 25, 1 }, { 25, 20, "25" } },
+    };
+    std::vector<std::pair<Control, Range>> changes;
+    for (const auto &row : rows)
+        changes.emplace_back(row.control, row.range);
+    plugInOnRanges(1, changes);
+    start(1);
+    for (const auto &row : rows) {
+        expectRow(property(row.control), row.shown);
+        EXPECT_EQ(property(row.control).min, row.range.min);
+        EXPECT_EQ(property(row.control).max, row.range.max);
+        EXPECT_EQ(property(row.control).def, row.range.def);
     }
-};
-
-TEST_F(FlickerLoad, ChangedChoiceIsWrittenBackToTheCamera)
-{
-    startOnRanges();
-    reportFlicker(2);
-    window->Setting_Press(0);
-    EXPECT_EQ(sent(), allReads() + Requests{ "power_line_frequency 2" });
-    EXPECT_EQ(flickerChoice()->currentText(), "60HZ");
-    window->Setting_Press(0);
-    EXPECT_EQ(sent(), allReads()) << "no change";
-    reportFlicker(0);
-    window->Setting_Press(0);
-    EXPECT_EQ(sent(), allReads() + Requests{ "power_line_frequency 0" });
-    EXPECT_EQ(flickerChoice()->currentText(), "OFF");
+    EXPECT_EQ(form().slider_sharpness->minimum(), 20);
 }
 
-TEST_F(FlickerLoad, NothingIsWrittenBackBeforeThePollIsDone)
+TEST_F(SettingsLoad, KeepsTheLow32BitsOfEachRecord)
 {
-    plugIn({ virtual_camera::DeviceDescription::ptzCamera(description()) });
+    startOnRanges();
+    constexpr std::int64_t beyond = std::int64_t{ 1 } << 32;
+    for (PropertyRecord &record : Probe::device(*window)->props)
+        record = { beyond + 1, beyond + 2, beyond + 3, beyond + 4, beyond + 5, 1 };
+    Probe::takeRanges(*window);
+    for (const ImageProperty &row : imageProperties())
+        EXPECT_EQ((std::vector{ row.min, row.max, row.step, row.def, row.cur }),
+            (std::vector{ 1, 2, 0, 4, 5 }))
+            << row.name;
+    EXPECT_EQ((std::vector{ min_fliker, max_fliker, default_fliker, cur_fliker }),
+        (std::vector{ 1, 2, 4, 5 }));
+}
+
+TEST_F(SettingsLoad, UnreadableValueIsShownAsTheRecordHasIt)
+{
+    plugInOnRanges(1);
+    camera(1).stall(Control::Sharpness, RequestCode::GetCur);
+    start(1);
+    expectRow(property(Control::Sharpness), { 0, 6, "0" }); // never read; the slider's minimum
+}
+
+TEST_F(SettingsLoad, ChangedAntiFlickerChoiceIsWrittenBackOnceThePollIsDone)
+{
+    plugInOnRanges(1);
     makeWindow();
-    EXPECT_EQ(flickerChoice()->currentIndex(), 0);
     poll();
-    EXPECT_EQ(flickerChoice()->currentIndex(), 1);
-    EXPECT_EQ(sent(), allReads() + allReads());
-}
-
-TEST_F(FlickerLoad, FrequencyWithoutAnItemShowsNoneAndSendsNothing)
-{
-    startOnRanges();
-    camera(1).setRange(Control::PowerLineFrequency, { 0, 3, 3, 3, 1 });
-    window->Setting_Press(0);
-    EXPECT_EQ(flickerChoice()->currentIndex(), -1);
-    EXPECT_EQ(cur_fliker, 3);
-    EXPECT_EQ(sent(), allReads());
+    EXPECT_EQ(sent(), allReads() + allReads()) << "from OFF to 50HZ, before the poll is done";
+    const struct
+    {
+        int reported;
+        Requests written;
+        int index;
+    } rows[] = { { 2, { "power_line_frequency 2" }, 2 }, { 2, {}, 2 },
+        { 0, { "power_line_frequency 0" }, 0 }, { 3, {}, -1 } };
+    for (const auto &row : rows) {
+        camera(1).setRange(Control::PowerLineFrequency, { 0, 3, 2, row.reported, 1 });
+        window->Setting_Press(0);
+        EXPECT_EQ(sent(), allReads() + row.written) << row.reported;
+        EXPECT_EQ(flickerChoice()->currentIndex(), row.index);
+        EXPECT_EQ(cur_fliker, row.reported);
+    }
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// The settings panel as the user works on it: shown and hidden, dragged, chosen, put to default.
+// The settings panel as the user works on it: shown and hidden, dragged, chosen, set to default.
 
 #include <QAbstractItemView>
 
@@ -10,289 +10,197 @@
 
 namespace {
 
-// Shown and hidden
-// --------------------------------------------------------------------------------------
-
 class SettingsPanel : public SettingsTest
 {
 protected:
-    bool isShown() { return !form().Win_Right->isHidden(); }
+    /// Shown, right_flag, enabled.
+    using State = std::tuple<bool, int, bool>;
+    State state()
+    {
+        return { !form().Win_Right->isHidden(), right_flag, form().Win_Right->isEnabled() };
+    }
 };
 
-TEST_F(SettingsPanel, SettingButtonShowsAndHidesItWithACamera)
+TEST_F(SettingsPanel, SettingButtonShowsAndHidesItInEveryModeButZeroAndOkHidesIt)
 {
     startOnRanges();
     const QSize size = window->size();
-    EXPECT_FALSE(isShown());
-    for (int round = 0; round < 2; ++round) {
-        click(form().btn_setting);
-        EXPECT_TRUE(isShown());
-        EXPECT_EQ(right_flag, 1);
-        click(form().btn_setting);
-        EXPECT_FALSE(isShown());
-        EXPECT_EQ(right_flag, 0);
+    const struct
+    {
+        int mode;
+        int flag;
+        bool shown;
+        QPushButton *button;
+        State after;
+    } rows[] = {
+        { 1, 0, false, form().btn_setting, { true, 1, true } },
+        { 1, 1, true, form().btn_setting, { false, 0, true } },
+        { 2, 0, false, form().btn_setting, { true, 1, true } },
+        { 1, 2, false, form().btn_setting, { false, 2, true } },
+        { 1, 2, true, form().btn_setting, { true, 2, true } },
+        { 1, -1, true, form().btn_setting, { true, -1, true } },
+        { 1, 1, true, form().btn_ok, { false, 0, true } },
+        { 0, 1, true, form().btn_ok, { false, 0, true } },
+        // The last row: it disables the panel for good.
+        { 0, 1, true, form().btn_setting, { true, 1, false } },
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(&row - rows);
+        usb_mode = row.mode;
+        right_flag = row.flag;
+        form().Win_Right->setVisible(row.shown);
+        // Not with the mouse: OK is on the panel itself.
+        row.button->click();
+        EXPECT_EQ(state(), row.after);
+        EXPECT_EQ(window->size(), size);
     }
-    EXPECT_TRUE(form().Win_Right->isEnabled());
-    EXPECT_EQ(window->size(), size);
     EXPECT_EQ(sent(), Requests());
 }
 
-TEST_F(SettingsPanel, SettingButtonDoesNothingInAnyOtherState)
+TEST_F(SettingsPanel, SettingButtonBeforeACameraIsThereDisablesItForGood)
 {
-    startOnRanges();
-    for (const int flag : { 2, -1 }) {
-        for (const bool shown : { false, true }) {
-            right_flag = flag;
-            form().Win_Right->setVisible(shown);
-            click(form().btn_setting);
-            EXPECT_EQ(isShown(), shown);
-            EXPECT_EQ(right_flag, flag);
-        }
-    }
-}
-
-TEST_F(SettingsPanel, SettingButtonActsInEveryModeButZero)
-{
-    startOnRanges();
-    usb_mode = 2;
-    click(form().btn_setting);
-    EXPECT_TRUE(isShown());
-    EXPECT_TRUE(form().Win_Right->isEnabled());
-}
-
-TEST_F(SettingsPanel, SettingButtonWithoutACameraDisablesItForGood)
-{
-    plugIn({ virtual_camera::DeviceDescription::ptzCamera(description()) });
+    plugInOnRanges(1);
     makeWindow();
     click(form().btn_setting);
-    EXPECT_FALSE(isShown());
-    EXPECT_EQ(right_flag, 0);
-    EXPECT_FALSE(form().Win_Right->isEnabled());
-
+    EXPECT_EQ(state(), (State{ false, 0, false }));
     poll();
     forgetSent();
     click(form().btn_setting);
-    EXPECT_TRUE(isShown());
-    EXPECT_FALSE(form().Win_Right->isEnabled());
+    EXPECT_EQ(state(), (State{ true, 1, false }));
 
     QSlider *const contrast = form().slider_contrast;
     slider_mouse::grab(contrast);
     slider_mouse::dragTo(contrast, 80);
     slider_mouse::letGo(contrast);
     click(form().btn_default);
-    QTest::mouseClick(flickerChoice(), Qt::LeftButton);
-    EXPECT_FALSE(flickerChoice()->view()->isVisible());
-    EXPECT_EQ(sent(), Requests()) << "its controls do not react";
-    EXPECT_EQ(contrast->value(), 22);
     click(form().btn_ok);
-    EXPECT_TRUE(isShown());
+    click(flickerChoice());
+    EXPECT_FALSE(flickerChoice()->view()->isVisible());
+    EXPECT_EQ(contrast->value(), 22);
+    EXPECT_EQ(sent(), Requests()) << "its controls do not react";
+    EXPECT_EQ(state(), (State{ true, 1, false }));
     click(form().btn_setting);
-    EXPECT_FALSE(isShown());
-}
-
-TEST_F(SettingsPanel, SettingButtonWithoutACameraDisablesAShownOneToo)
-{
-    startOnRanges();
-    openPanel();
-    usb_mode = 0;
-    click(form().btn_setting);
-    EXPECT_TRUE(isShown());
-    EXPECT_EQ(right_flag, 1);
-    EXPECT_FALSE(form().Win_Right->isEnabled());
-}
-
-TEST_F(SettingsPanel, OkHidesItWithAndWithoutACamera)
-{
-    startOnRanges();
-    for (const int mode : { 1, 0 }) {
-        form().Win_Right->setVisible(true);
-        right_flag = 1;
-        usb_mode = mode;
-        click(form().btn_ok);
-        EXPECT_FALSE(isShown()) << mode;
-        EXPECT_EQ(right_flag, 0) << mode;
-        EXPECT_TRUE(form().Win_Right->isEnabled());
-    }
-    EXPECT_EQ(sent(), Requests());
+    EXPECT_EQ(state(), (State{ false, 0, false }));
 }
 
 // Dragging
-// ----------------------------------------------------------------------------------------------
 
 class SettingsSlider : public SettingsTest, public testing::WithParamInterface<std::size_t>
 {
 protected:
-    const ImageProperty &row() { return imageProperties()[GetParam()]; }
+    void SetUp() override
+    {
+        startOnRanges();
+        openPanel();
+        handle = slider(row);
+    }
 
-    /// Everything that the panel shows and notes of the other six.
+    /// The row's current value and what its box shows.
+    std::pair<int, QString> noted() { return { row.cur, shown(row) }; }
+    static std::pair<int, QString> noting(int value) { return { value, QString::number(value) }; }
+
     QStringList others()
     {
         QStringList seen;
         for (const ImageProperty &other : imageProperties()) {
-            if (&other != &row())
+            if (&other != &row)
                 seen += shown(other) + '/' + QString::number(other.cur) + '/'
                     + QString::number(slider(other)->value());
         }
         return seen;
     }
+
+    const ImageProperty &row = imageProperties()[GetParam()];
+    const int atStart = static_cast<int>(rangeOf(row).cur);
+    QSlider *handle = nullptr;
 };
 
-TEST_P(SettingsSlider, GrabbedAndDraggedWritesEachStepToTheCamera)
+TEST_P(SettingsSlider, GrabbedAndDraggedSendsEachStepInModeOneAndIsNotedInAll)
 {
-    startOnRanges();
-    openPanel();
-    QSlider *const handle = slider(row());
-    const int start = static_cast<int>(rangeOf(GetParam()).cur);
     const QStringList before = others();
-    int movements = 0;
-    QObject::connect(handle, &QSlider::sliderMoved, window.get(), [&](int) { ++movements; });
-
-    row().cur = -1;
-    (form().*row().box)->setText("?");
-    slider_mouse::grab(handle);
-    EXPECT_EQ(sent(), Requests{ row().written(start) }) << "sent again when it is grabbed";
-    EXPECT_EQ(row().cur, start);
-    EXPECT_EQ(shown(row()), QString::number(start));
-    EXPECT_EQ(handle->value(), start);
-
-    for (const int value : { 40, 41, 75, 30 }) {
-        slider_mouse::dragTo(handle, value);
-        EXPECT_EQ(handle->value(), value);
-        EXPECT_EQ(sent(), Requests{ row().written(value) });
-        EXPECT_EQ(row().cur, value);
-        EXPECT_EQ(shown(row()), QString::number(value));
+    for (const int mode : { 1, 0, 2 }) {
+        usb_mode = mode;
+        const auto expectSent = [&](int value) {
+            EXPECT_EQ(noted(), noting(value));
+            EXPECT_EQ(handle->value(), value);
+            EXPECT_EQ(sent(), mode == 1 ? Requests{ row.written(value) } : Requests());
+        };
+        handle->setValue(atStart);
+        EXPECT_EQ(sent(), Requests()) << "set by the program";
+        row.cur = -1;
+        box(row)->setText("?");
+        slider_mouse::grab(handle);
+        expectSent(atStart);
+        for (const int value : { 40, 41, 75, 30 }) {
+            slider_mouse::dragTo(handle, value);
+            expectSent(value);
+        }
+        slider_mouse::letGo(handle);
+        EXPECT_EQ(handle->value(), 30) << "it does not spring back";
+        EXPECT_EQ(sent(), Requests());
     }
-    EXPECT_EQ(movements, 4);
-    slider_mouse::letGo(handle);
-    EXPECT_EQ(handle->value(), 30) << "it does not spring back";
-    EXPECT_EQ(sent(), Requests());
     EXPECT_EQ(others(), before);
 }
 
-TEST_P(SettingsSlider, WithoutACameraIsShownAndNotedAndSendsNothing)
+TEST_P(SettingsSlider, IsNotedAndShownBeforeTheCameraIsAskedEvenIfThatRefuses)
 {
-    startOnRanges();
-    openPanel();
-    usb_mode = 0;
-    row().cur = -1;
-    QSlider *const handle = slider(row());
-    slider_mouse::grab(handle);
-    EXPECT_EQ(row().cur, rangeOf(GetParam()).cur);
-    slider_mouse::dragTo(handle, 40);
-    EXPECT_EQ(row().cur, 40);
-    EXPECT_EQ(shown(row()), "40");
-    slider_mouse::letGo(handle);
-    slider_mouse::grab(handle);
-    EXPECT_EQ(row().cur, 40);
-    slider_mouse::letGo(handle);
-    EXPECT_EQ(sent(), Requests());
-}
-
-TEST_P(SettingsSlider, WritesInModeOneOnly)
-{
-    startOnRanges();
-    usb_mode = 2;
-    (window.get()->*row().moved)(50);
-    EXPECT_EQ(row().cur, 50);
-    EXPECT_EQ(shown(row()), "50");
-    (window.get()->*row().pressed)();
-    EXPECT_EQ(row().cur, slider(row())->value());
-    EXPECT_EQ(sent(), Requests());
-}
-
-TEST_P(SettingsSlider, MovementTellsThePositionNotTheSlidersValue)
-{
-    startOnRanges();
-    (window.get()->*row().moved)(55);
-    EXPECT_EQ(sent(), Requests{ row().written(55) });
-    EXPECT_EQ(row().cur, 55);
-    EXPECT_EQ(shown(row()), "55");
-    EXPECT_EQ(slider(row())->value(), rangeOf(GetParam()).cur) << "the slider moves itself";
-}
-
-TEST_P(SettingsSlider, RefusedValueIsShownAllTheSame)
-{
-    startOnRanges();
-    camera(1).stall(row().control);
-    (window.get()->*row().moved)(60);
-    EXPECT_EQ(sent(), Requests{ row().written(60) + " stall" });
-    EXPECT_EQ(row().cur, 60);
-    EXPECT_EQ(shown(row()), "60");
+    camera(1).stall(row.control);
+    const auto look = [this] { return noted(); };
+    // The position, not the slider's value, which the toolkit sets by itself.
+    EXPECT_EQ(seenAtRequests([this] { (window.get()->*row.moved)(60); }, look),
+        std::vector{ noting(60) });
+    EXPECT_EQ(handle->value(), atStart);
+    EXPECT_EQ(seenAtRequests([this] { (window.get()->*row.pressed)(); }, look),
+        std::vector{ noting(atStart) });
 }
 
 TEST_P(SettingsSlider, ClickBesideTheHandleDoesNotMoveIt)
 {
-    startOnRanges();
-    openPanel();
-    QSlider *const handle = slider(row());
-    const int before = handle->value();
     for (const QPoint &place :
-        { slider_mouse::handleAt(handle, 85), QPoint(3, handle->height() / 2) }) {
+        { slider_mouse::handleAt(handle, 85), QPoint(3, handle->height() / 2) })
         QTest::mouseClick(handle, Qt::LeftButton, Qt::NoModifier, place);
-        EXPECT_EQ(handle->value(), before);
-    }
+    EXPECT_EQ(handle->value(), atStart);
     EXPECT_EQ(sent(), Requests());
 }
 
-TEST_P(SettingsSlider, ValueSetByTheProgramIsNotWritten)
-{
-    startOnRanges();
-    slider(row())->setValue(70);
-    EXPECT_EQ(sent(), Requests());
-    EXPECT_EQ(row().cur, rangeOf(GetParam()).cur);
-}
-
-INSTANTIATE_TEST_SUITE_P(EachProperty, SettingsSlider, testing::Range<std::size_t>(0, 7),
+INSTANTIATE_TEST_SUITE_P(Each, SettingsSlider, testing::Range<std::size_t>(0, 7),
     [](const auto &row) { return std::string(imageProperties()[row.param].name); });
 
 // The anti-flicker choice
-// -------------------------------------------------------------------------------
 
-class FlickerChoice : public SettingsTest
-{ };
+using FlickerChoice = SettingsTest;
 
-TEST_F(FlickerChoice, WritesTheChosenFrequency)
+TEST_F(FlickerChoice, SendsTheChosenFrequencyInModeOneOnly)
 {
     startOnRanges();
-    openPanel();
-    const struct
-    {
-        int index;
-        const char *text;
-    } rows[] = { { 2, "60HZ" }, { 0, "OFF" }, { 1, "50HZ" } };
-    for (const auto &row : rows) {
-        flickerChoice()->setCurrentText(row.text);
-        EXPECT_EQ(flickerChoice()->currentIndex(), row.index);
-        EXPECT_EQ(sent(), Requests{ "power_line_frequency " + std::to_string(row.index) });
-        EXPECT_EQ(cur_fliker, 1) << "not brought up to date";
+    for (const int mode : { 1, 0, 2 }) {
+        usb_mode = mode;
+        for (const int index : { 2, 0, 1 }) {
+            flickerChoice()->setCurrentIndex(index);
+            const Requests request{ "power_line_frequency " + std::to_string(index) };
+            EXPECT_EQ(sent(), mode == 1 ? request : Requests());
+        }
     }
-    flickerChoice()->setCurrentText("50HZ");
-    EXPECT_EQ(sent(), Requests()) << "no change";
+    EXPECT_EQ(cur_fliker, 1) << "not updated";
 }
 
 TEST_F(FlickerChoice, IsMadeWithTheKeyboardToo)
 {
     startOnRanges();
     openPanel();
-    // Presses only: the box leaves the releases to the window, as stops of what never moved.
+    // Presses only: the box leaves the releases to the window, which sends stops.
     QTest::keyPress(flickerChoice(), Qt::Key_Down);
-    EXPECT_EQ(sent(), Requests{ "power_line_frequency 2" });
     QTest::keyPress(flickerChoice(), Qt::Key_Up);
-    EXPECT_EQ(sent(), Requests{ "power_line_frequency 1" });
+    EXPECT_EQ(sent(), (Requests{ "power_line_frequency 2", "power_line_frequency 1" }));
 }
 
-TEST_F(FlickerChoice, IsReadFromTheBoxNotFromTheSignal)
+TEST_F(FlickerChoice, IsReadFromTheBoxToTheLetterAndNotFromTheSignal)
 {
     startOnRanges();
-    window->on_cb_fliker_currentTextChanged("60HZ");
-    EXPECT_EQ(sent(), Requests{ "power_line_frequency 1" });
-    window->on_cb_fliker_currentTextChanged(QString());
-    EXPECT_EQ(sent(), Requests{ "power_line_frequency 1" });
-}
-
-TEST_F(FlickerChoice, ComparesToTheLetter)
-{
-    startOnRanges();
+    for (const char *argument : { "60HZ", "" }) {
+        window->on_cb_fliker_currentTextChanged(argument);
+        EXPECT_EQ(sent(), Requests{ "power_line_frequency 1" });
+    }
     for (const char *text : { "50hz", "60Hz", "off", "50HZ ", "", "1" }) {
         flickerChoice()->setItemText(1, text);
         window->on_cb_fliker_currentTextChanged("50HZ");
@@ -300,31 +208,24 @@ TEST_F(FlickerChoice, ComparesToTheLetter)
     }
 }
 
-TEST_F(FlickerChoice, SendsInModeOneOnly)
-{
-    startOnRanges();
-    for (const int mode : { 0, 2 }) {
-        usb_mode = mode;
-        for (const int index : { 0, 2, 1 })
-            flickerChoice()->setCurrentIndex(index);
-        EXPECT_EQ(sent(), Requests()) << mode;
-    }
-}
-
 // Default
-// -----------------------------------------------------------------------------------------------
 
 class SettingsDefault : public SettingsTest
 {
 protected:
+    QStringList boxes()
+    {
+        QStringList all;
+        for (const ImageProperty &row : imageProperties())
+            all += shown(row);
+        return all;
+    }
     void expectDefaultsShown()
     {
-        for (std::size_t index = 0; index < imageProperties().size(); ++index) {
-            const ImageProperty &row = imageProperties()[index];
-            const Range range = rangeOf(index);
-            EXPECT_EQ(slider(row)->value(), range.def) << row.name;
-            EXPECT_EQ(shown(row), QString::number(range.def)) << row.name;
-            EXPECT_EQ(row.cur, range.cur) << row.name << " is not brought up to date";
+        for (const ImageProperty &row : imageProperties()) {
+            EXPECT_EQ(slider(row)->value(), rangeOf(row).def) << row.name;
+            EXPECT_EQ(shown(row), QString::number(rangeOf(row).def)) << row.name;
+            EXPECT_EQ(row.cur, rangeOf(row).cur) << row.name << " is not updated";
         }
         EXPECT_EQ(flickerChoice()->currentIndex(), flicker().def);
         EXPECT_EQ(cur_fliker, flicker().cur);
@@ -335,106 +236,73 @@ protected:
         "white_balance_temperature_auto 0" };
 };
 
-TEST_F(SettingsDefault, SendsNineRequestsInTheirOrder)
+TEST_F(SettingsDefault, SendsNineRequestsInTheirOrderInModeOneOnly)
 {
     startOnRanges();
     openPanel();
-    click(form().btn_default);
-    EXPECT_EQ(sent(), Requests{ "power_line_frequency 2" } + nine)
-        << "a changed anti-flicker choice speaks for itself first";
-    expectDefaultsShown();
+    for (const int mode : { 0, 2, 1 }) {
+        usb_mode = mode;
+        flickerChoice()->setCurrentIndex(1);
+        forgetSent();
+        click(form().btn_default);
+        EXPECT_EQ(sent(), mode == 1 ? Requests{ "power_line_frequency 2" } + nine : Requests())
+            << "a changed anti-flicker choice sends itself first";
+        expectDefaultsShown();
+    }
     click(form().btn_default);
     EXPECT_EQ(sent(), nine);
-    expectDefaultsShown();
 }
 
-TEST_F(SettingsDefault, WithoutACameraIsShownAndSendsNothing)
+TEST_F(SettingsDefault, ShowsTheDefaultsBeforeItAsksTheCameraEvenIfThatRefuses)
 {
     startOnRanges();
     openPanel();
-    usb_mode = 0;
-    click(form().btn_default);
+    flickerChoice()->setCurrentIndex(2);
+    forgetSent();
+    camera(1).stallEverything();
+    const auto seen =
+        seenAtRequests([this] { click(form().btn_default); }, [this] { return boxes(); });
+    EXPECT_EQ(seen, std::vector(nine.size(), boxes()));
     expectDefaultsShown();
-    usb_mode = 2;
-    click(form().btn_default);
-    EXPECT_EQ(sent(), Requests());
 }
 
-TEST_F(SettingsDefault, NextGrabBringsACurrentValueUpToDate)
+TEST_F(SettingsDefault, NextGrabUpdatesTheCurrentValue)
 {
     startOnRanges();
     openPanel();
     click(form().btn_default);
     forgetSent();
-    for (std::size_t index = 0; index < imageProperties().size(); ++index) {
-        const ImageProperty &row = imageProperties()[index];
-        const int def = static_cast<int>(rangeOf(index).def);
+    for (const ImageProperty &row : imageProperties()) {
+        const int def = static_cast<int>(rangeOf(row).def);
         slider_mouse::grab(slider(row));
         slider_mouse::letGo(slider(row));
         EXPECT_EQ(row.cur, def) << row.name;
         EXPECT_EQ(sent(), Requests{ row.written(def) });
     }
-}
-
-TEST_F(SettingsDefault, GoesThroughAllNineWhenTheCameraRefuses)
-{
-    startOnRanges();
-    flickerChoice()->setCurrentIndex(2);
-    forgetSent();
-    openPanel();
-    camera(1).stallEverything();
-    click(form().btn_default);
-    Requests refused = nine;
-    for (std::string &request : refused)
-        request += " stall";
-    EXPECT_EQ(sent(), refused);
+    EXPECT_EQ(WhiteBalanceAutoflag, 0);
+    EXPECT_EQ(PressFlag, 0);
 }
 
 TEST_F(SettingsDefault, FillsThePanelInItsOrder)
 {
     startOnRanges();
-    std::vector<std::string> order;
+    std::vector<std::string> order, expected;
     for (const ImageProperty &row : imageProperties()) {
         const std::string name = row.name;
         QObject::connect(slider(row), &QSlider::valueChanged, window.get(),
             [&order, name](int) { order.push_back(name); });
-        QObject::connect(form().*row.box, &QLineEdit::textChanged, window.get(),
+        QObject::connect(box(row), &QLineEdit::textChanged, window.get(),
             [&order, name](const QString &) { order.push_back("box of " + name); });
+        expected.push_back(name);
     }
     QObject::connect(flickerChoice(), &QComboBox::currentTextChanged, window.get(),
         [&order](const QString &) { order.emplace_back("choice"); });
-    window->on_btn_default_clicked();
-    forgetSent();
-    std::vector<std::string> expected;
-    for (const ImageProperty &row : imageProperties())
-        expected.emplace_back(row.name);
     expected.emplace_back("choice");
     for (const ImageProperty &row : imageProperties())
         expected.push_back(std::string("box of ") + row.name);
-    EXPECT_EQ(order, expected);
-}
-
-TEST_F(SettingsDefault, BeforeAnyCameraShowsZeros)
-{
-    start(0);
-    form().slider_gamma->setValue(50);
-    form().v_gamma->setText("50");
     window->on_btn_default_clicked();
-    EXPECT_EQ(form().slider_gamma->value(), 0);
-    EXPECT_EQ(form().v_gamma->text(), "0");
-    EXPECT_EQ(sent(), Requests());
-}
-
-TEST_F(SettingsDefault, FlagsWithoutAUseStayZero)
-{
-    startOnRanges();
-    openPanel();
-    click(form().btn_default);
-    slider_mouse::grab(form().slider_wb);
-    slider_mouse::letGo(form().slider_wb);
     forgetSent();
-    EXPECT_EQ(WhiteBalanceAutoflag, 0);
-    EXPECT_EQ(PressFlag, 0);
+    EXPECT_EQ(order, expected);
 }
 
 } // namespace

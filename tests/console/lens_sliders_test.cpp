@@ -3,10 +3,6 @@
 
 // Zoom and focus: three-way switches that spring back.
 
-#include <QStyle>
-#include <QStyleOptionSlider>
-#include <QTest>
-
 #include "console/console_state.h"
 #include "tests/console/panel_fixture.h"
 #include "tests/console/slider_mouse.h"
@@ -32,141 +28,94 @@ const Lens lenses[] = {
 class LensSlider : public PanelTest, public testing::WithParamInterface<Lens>
 {
 protected:
-    void startEnabled()
+    void SetUp() override
     {
         start(1);
         slider = form().*GetParam().slider;
         slider->setEnabled(true);
     }
 
+    const Lens &lens() { return GetParam(); }
     QSlider *slider = nullptr;
 };
 
-TEST_P(LensSlider, RestsBelowTheMiddleOfItsRange)
+TEST_P(LensSlider, EveryChangeOfValueSendsTheStartOfItsSideAndRestTheStop)
 {
-    startEnabled();
-    EXPECT_EQ(slider->value(), 45);
-    EXPECT_EQ(slider->minimum(), 0);
-    EXPECT_EQ(slider->maximum(), 99);
-    EXPECT_EQ(slider->pageStep(), 0);
-}
-
-TEST_P(LensSlider, SendsTheStartOfItsSideForEveryValueAndTheStopForRest)
-{
-    startEnabled();
-    for (const int value : { 46, 47, 72, 99 }) {
+    for (const int value : { 46, 47, 72, 99, 44, 43, 10, 0, 45 }) {
         slider->setValue(value);
-        EXPECT_EQ(sent(), Requests{ GetParam().above }) << value;
-    }
-    for (const int value : { 44, 43, 10, 0 }) {
-        slider->setValue(value);
-        EXPECT_EQ(sent(), Requests{ GetParam().below }) << value;
+        EXPECT_EQ(sent(),
+            Requests{ value > 45 ? lens().above
+                    : value < 45 ? lens().below
+                                 : lens().stop });
     }
     slider->setValue(45);
-    EXPECT_EQ(sent(), Requests{ GetParam().stop });
-    slider->setValue(45);
-    EXPECT_EQ(sent(), Requests()) << "the value has not changed";
+    EXPECT_EQ(sent(), Requests()) << "no change";
 }
 
-TEST_P(LensSlider, LetGoSpringsBackAndStopsTwice)
+TEST_P(LensSlider, ReleaseSpringsBackAndStopsTwiceAtRestOnce)
 {
-    startEnabled();
-    for (const int value : { 99, 46, 44, 0 }) {
+    for (const int value : { 99, 46, 45, 44, 0 }) {
         slider->setValue(value);
         forgetSent();
         emit slider->sliderReleased();
         EXPECT_EQ(slider->value(), 45);
-        EXPECT_EQ(sent(), (Requests{ GetParam().stop, GetParam().stop })) << "from " << value;
+        EXPECT_EQ(sent(), Requests(value == 45 ? 1 : 2, lens().stop)) << "from " << value;
     }
 }
 
-TEST_P(LensSlider, LetGoAtRestStopsOnce)
+TEST_P(LensSlider, SendsInModeOneOnlyAndSpringsBackAlways)
 {
-    startEnabled();
-    emit slider->sliderReleased();
-    EXPECT_EQ(slider->value(), 45);
-    EXPECT_EQ(sent(), Requests{ GetParam().stop });
-}
-
-TEST_P(LensSlider, WithoutACameraSpringsBackAndSendsNothing)
-{
-    startEnabled();
-    usb_mode = 0;
-    slider->setValue(80);
-    slider->setValue(10);
-    emit slider->sliderReleased();
-    EXPECT_EQ(slider->value(), 45);
-    EXPECT_EQ(sent(), Requests());
-}
-
-TEST_P(LensSlider, ActsInModeOneOnly)
-{
-    startEnabled();
-    usb_mode = 2;
-    slider->setValue(99);
-    slider->setValue(0);
-    emit slider->sliderReleased();
-    EXPECT_EQ(slider->value(), 45);
-    EXPECT_EQ(sent(), Requests());
+    for (const int mode : { 0, 2 }) {
+        usb_mode = mode;
+        slider->setValue(80);
+        slider->setValue(10);
+        emit slider->sliderReleased();
+        EXPECT_EQ(slider->value(), 45);
+        EXPECT_EQ(sent(), Requests()) << mode;
+    }
 }
 
 TEST_P(LensSlider, DraggedByItsHandleSendsOneStartForEachChange)
 {
-    startEnabled();
-    int changes = 0;
-    QObject::connect(slider, &QSlider::valueChanged, window.get(), [&changes](int) { ++changes; });
-
     slider_mouse::grab(slider);
     EXPECT_TRUE(slider->isSliderDown());
     EXPECT_EQ(sent(), Requests()) << "grabbed at rest";
-    for (const int value : { 50, 60, 75, 99 })
+    for (const int value : { 50, 60, 99, 99 })
         slider_mouse::dragTo(slider, value);
-    EXPECT_EQ(changes, 4);
-    EXPECT_EQ(sent(), Requests(4, GetParam().above));
-    slider_mouse::dragTo(slider, 99);
-    EXPECT_EQ(sent(), Requests()) << "not moved";
     for (const int value : { 30, 12 })
         slider_mouse::dragTo(slider, value);
-    EXPECT_EQ(sent(), Requests(2, GetParam().below));
-
+    EXPECT_EQ(sent(), Requests(3, lens().above) + Requests(2, lens().below));
     slider_mouse::letGo(slider);
     EXPECT_EQ(slider->value(), 45);
-    EXPECT_EQ(sent(), (Requests{ GetParam().stop, GetParam().stop }));
+    EXPECT_EQ(sent(), Requests(2, lens().stop));
 }
 
 TEST_P(LensSlider, ClickBesideItsHandleDoesNotMoveIt)
 {
-    startEnabled();
-    for (const int y : { 4, slider->height() - 4 }) {
+    for (const int y : { 4, slider->height() - 4 })
         QTest::mouseClick(slider, Qt::LeftButton, Qt::NoModifier, { slider->width() / 2, y });
-        EXPECT_EQ(slider->value(), 45) << y;
-    }
+    EXPECT_EQ(slider->value(), 45);
     EXPECT_EQ(sent(), Requests());
 }
 
 INSTANTIATE_TEST_SUITE_P(Both, LensSlider, testing::ValuesIn(lenses),
     [](const auto &lens) { return std::string(lens.param.name); });
 
-class LensModes : public PanelTest
-{ };
+using LensModes = PanelTest;
 
-TEST_F(LensModes, FocusSliderCanBeGrabbedInManualFocusOnly)
+TEST_F(LensModes, FocusSliderMovesInManualFocusOnlyWhicheverCameraIsChosen)
 {
-    start(1);
+    start(2);
     QSlider *const slider = form().slider_focus;
-    EXPECT_FALSE(slider->isEnabled());
-    slider_mouse::grab(slider);
-    slider_mouse::dragTo(slider, 80);
-    slider_mouse::letGo(slider);
-    EXPECT_EQ(sent(), Requests());
-    EXPECT_EQ(slider->value(), 45);
-
-    QTest::mouseClick(form().btn_af, Qt::LeftButton);
-    forgetSent();
-    slider_mouse::grab(slider);
-    slider_mouse::dragTo(slider, 80);
-    EXPECT_EQ(sent(), Requests{ "focus_relative -1 1" });
-    slider_mouse::letGo(slider);
+    for (const bool manual : { false, true, true }) {
+        slider_mouse::grab(slider);
+        slider_mouse::dragTo(slider, 80);
+        EXPECT_EQ(slider->value(), manual ? 80 : 45);
+        slider_mouse::letGo(slider);
+        if (!manual)
+            click(form().btn_af);
+        click(form().btn_cam2);
+    }
     forgetSent();
 }
 

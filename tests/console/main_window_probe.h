@@ -1,8 +1,7 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// The tests' window on the main window's private members. Each accessor gives the member itself,
-// so that a test can read it and put the window into any state.
+// Gives the tests access to the main window's private members, to read and to write.
 #pragma once
 
 #include "console/main_window.h"
@@ -35,4 +34,5 @@ public:
     {
         return window.noMoreCameraDialog;
     }
+    static void takeRanges(MainWindow &window) { window.takeRanges(); }
 };

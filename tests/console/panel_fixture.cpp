@@ -4,16 +4,18 @@
 #include "tests/console/panel_fixture.h"
 
 #include <QApplication>
-#include <QTest>
 #include <QTimer>
 
-#include <algorithm>
+#include <regex>
 #include <utility>
 
 #include "console/console_state.h"
-#include "tests/console/process_state.h"
+#include "tests/console/image_property_rows.h"
+#include "tests/support/uvc_call_recorder.h"
 #include "widgets/no_device.h"
 #include "widgets/no_mord_camera.h"
+#include "widgets/notice_state.h"
+#include "widgets/rocker_handle.h"
 
 namespace vc = virtual_camera;
 
@@ -70,7 +72,51 @@ Requests allReads(int camera)
     return reads;
 }
 
-PanelTest::PanelTest() { resetProcessState(); }
+std::vector<std::string> opensAndCloses()
+{
+    static const std::regex open(R"(uvc_open\(list[0-9]+\[([0-9]+)\].* = (-?[0-9]+))");
+    std::vector<std::string> found;
+    for (const std::string &call : uvc_call_recorder::calls()) {
+        std::smatch match;
+        if (std::regex_match(call, match, open))
+            found.push_back("open " + match[1].str() + (match[2] == "0" ? "" : " failed"));
+        else if (call.rfind("uvc_close(", 0) == 0)
+            found.emplace_back("close");
+    }
+    return found;
+}
+
+const std::vector<int *> &processState()
+{
+    static const std::vector<int *> state = [] {
+        std::vector<int *> all = { &usb_mode, &maxcam, &right_flag, &PressFlag,
+            &WhiteBalanceAutoflag, &main_position_x, &main_position_y, &main2_position_x,
+            &main2_position_y, &TopFlag, &Top2Flag, &lastTiltLevel, &cur_fliker, &min_fliker,
+            &max_fliker, &default_fliker };
+        for (const ImageProperty &row : imageProperties())
+            all.insert(all.end(), { &row.cur, &row.min, &row.max, &row.def, &row.step });
+        return all;
+    }();
+    return state;
+}
+
+int connectionsOf(const QObject *object, const char *signal)
+{
+    struct Access : QObject
+    {
+        using QObject::receivers; // protected
+    };
+    return (object->*&Access::receivers)(signal);
+}
+
+PanelTest::PanelTest()
+{
+    for (int *const variable : processState())
+        *variable = 0;
+    // Every window sets this one; a joystick made later would no longer see 72 dots per inch.
+    QCoreApplication::setAttribute(Qt::AA_Use96Dpi, false);
+    uvc_call_recorder::clear();
+}
 
 PanelTest::~PanelTest()
 {
@@ -86,7 +132,6 @@ PanelTest::~PanelTest()
         if (qobject_cast<NO_Device *>(widget) || qobject_cast<NO_Mord_Camera *>(widget))
             delete widget;
     }
-    resetProcessState();
 }
 
 void PanelTest::plugIn(int cameras) { bus = std::make_unique<vc::Testbed>(cameras); }
@@ -126,12 +171,6 @@ void PanelTest::start(int cameras)
     forgetSent();
 }
 
-void PanelTest::startUnnoticed()
-{
-    start(1);
-    usb_mode = 0;
-}
-
 void PanelTest::endWindow() { window.reset(); }
 
 Requests PanelTest::sent()
@@ -144,6 +183,28 @@ Requests PanelTest::sent()
         arrived.push_back(inWords(record));
     }
     return arrived;
+}
+
+void PanelTest::useEveryControl()
+{
+    for (const int key : { Qt::Key_Left, Qt::Key_Up, Qt::Key_T, Qt::Key_F, Qt::Key_M, Qt::Key_5 })
+        QTest::keyClick(window.get(), static_cast<Qt::Key>(key));
+    for (int place = 0; place < 9; ++place)
+        window->MovePlace(place);
+    for (QSlider *slider : { form().slider_zoom, form().slider_focus }) {
+        slider->setValue(99);
+        emit slider->sliderReleased();
+    }
+    for (QPushButton *button : { form().btn_mute, form().btn_af, form().btn_ai, form().btn_push,
+             form().btn_flip, form().btn_home, form().btn_mirror, form().btn_num1, form().btn_set,
+             form().btn_num2, form().btn_clear, form().btn_num3, form().btn_default })
+        click(button);
+    for (const ImageProperty &row : imageProperties()) {
+        (window.get()->*row.pressed)();
+        (window.get()->*row.moved)(3);
+    }
+    for (const int choice : { 0, 1, 2 })
+        form().cb_fliker->setCurrentIndex(choice);
 }
 
 bool PanelTest::isHeld(int cameraNumber) { return openFiles(bus->log().all(), cameraNumber) > 0; }

@@ -1,28 +1,26 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// The main window in this process, on virtual cameras: what it shows, and what the cameras got.
+// The main window in this process, on virtual cameras: what it shows, and what the cameras receive.
 #pragma once
 
-#include <QLineEdit>
 #include <QPushButton>
-#include <QSlider>
-#include <QString>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "console/main_window.h"
 #include "tests/console/main_window_probe.h"
 #include "ui_main_window.h"
 #include "virtual_camera/testbed/testbed.h"
 
-/// Requests to cameras in the order of their arrival, one line each: "pantilt_relative 1 21 0 0"
-/// is a write, "GET_MIN brightness" a read. A request to another camera than the first is marked
-/// "cam2: "; one that the camera refused ends in " stall".
+/// Requests to cameras in the order of arrival, one line each: "pantilt_relative 1 21 0 0" is a
+/// write, "GET_MIN brightness" a read. A request to another camera than the first begins with
+/// "cam2: "; one that the camera refuses ends with " stall".
 using Requests = std::vector<std::string>;
 
 Requests operator+(Requests left, const Requests &right);
@@ -33,8 +31,21 @@ std::string command(int code);
 /// The 32 reads that follow an open.
 Requests allReads(int camera = 1);
 
-/// GoogleTest shows texts of the toolkit legibly.
+/// What libuvc was asked to open and close: "open 2" for entry 2 of the list of cameras,
+/// "open 2 failed", "close".
+std::vector<std::string> opensAndCloses();
+
+/// The process-wide integers of the program, all of which start at 0.
+const std::vector<int *> &processState();
+
+/// How many connections a signal has, written with SIGNAL().
+int connectionsOf(const QObject *object, const char *signal);
+
 inline void PrintTo(const QString &text, std::ostream *stream) { *stream << text.toStdString(); }
+inline void PrintTo(const QPoint &point, std::ostream *stream)
+{
+    *stream << point.x() << ", " << point.y();
+}
 
 class PanelTest : public testing::Test
 {
@@ -44,28 +55,43 @@ protected:
     PanelTest();
     ~PanelTest() override;
 
-    /// Plugs in so many cameras. Call before the window is made.
+    /// Call before the window is made.
     void plugIn(int cameras);
     void plugIn(std::vector<virtual_camera::DeviceDescription> devices);
 
     /// Makes the window as the program does: the poll comes half a second later.
     void constructWindow();
-    /// Makes the window and shows it; the poll comes when it is called for, however slow the
-    /// machine is.
+    /// Makes and shows the window; the poll comes when it is called for.
     void makeWindow();
     /// The start-up poll.
     void poll();
-    /// Cameras, window, poll; what that sent is forgotten.
+    /// Cameras, window and poll; what that sent is forgotten.
     void start(int cameras);
-    /// A camera is open and would take requests, but the panel believes that there is none.
-    void startUnnoticed();
-
-    /// Closes the window as the end of the program does.
+    /// Destroys the window, as at the end of the program.
     void endWindow();
 
-    /// What all cameras got since this was asked last.
+    /// What the cameras received since the last call.
     Requests sent();
     void forgetSent() { sent(); }
+
+    /// What `look` returns each time a request reaches a camera during `action`. The window waits
+    /// for the answer meanwhile.
+    template<typename Look> auto seenAtRequests(const std::function<void()> &action, Look look)
+    {
+        std::vector<decltype(look())> seen;
+        bus->log().setWriter([&](const virtual_camera::LogRecord &record) {
+            if (record.isControlRequest())
+                seen.push_back(look());
+        });
+        action();
+        bus->log().setWriter({});
+        forgetSent();
+        return seen;
+    }
+
+    static void click(QWidget *widget) { QTest::mouseClick(widget, Qt::LeftButton); }
+    /// Uses each control that sends something to the open camera, and no camera button.
+    void useEveryControl();
 
     Ui::MainWindow &form() { return Probe::form(*window); }
     QString style(const QWidget *widget) const { return widget->styleSheet(); }
@@ -73,7 +99,7 @@ protected:
     virtual_camera::Device &camera(int number) { return bus->device(number); }
     /// The panel holds the camera.
     bool isHeld(int cameraNumber);
-    /// The camera was let go; waits for it, as the bus hears of it a moment later.
+    /// Waits until the bus knows that the camera was closed.
     bool becomesFree(int cameraNumber);
 
     std::unique_ptr<virtual_camera::Testbed> bus;
