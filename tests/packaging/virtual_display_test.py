@@ -21,6 +21,28 @@ echo "$DISPLAY"
 while :; do sleep 0.1; done
 """
 
+# Shows a window of two colours, waits until the compositing manager has both on the screen, swaps
+# them, and waits again.
+PAINTING = """
+import time
+from Xlib import X, display
+screen = (server := display.Display()).screen()
+while not server.get_selection_owner(server.intern_atom("_NET_WM_CM_S0")):
+    time.sleep(0.02)
+window = screen.root.create_window(0, 0, 200, 100, 0, screen.root_depth, override_redirect=True)
+window.map()
+def await_colours(*colours):
+    for side, colour in enumerate(colours):
+        pen = window.create_gc(foreground=colour)
+        window.fill_rectangle(pen, 100 * side, 0, 100, 100)
+    seen = lambda x: int.from_bytes(screen.root.get_image(x, 50, 1, 1, X.ZPixmap, 0xffffffff).data[:3], "little")
+    end = time.monotonic() + 20
+    while [seen(50), seen(150)] != [*colours]:
+        assert time.monotonic() < end, [seen(50), seen(150)]
+        time.sleep(0.02)
+await_colours(0xff0000, 0x00ff00)
+await_colours(0x00ff00, 0x0000ff)
+"""
 
 BEFORE = set(os.listdir("/proc"))
 
@@ -72,6 +94,11 @@ class VirtualDisplay(unittest.TestCase):
         while not {"openbox", "picom"} <= set(processes_on(display)):
             self.assertLess(time.monotonic(), deadline, processes_on(display))
             time.sleep(0.05)
+
+    def test_a_window_and_what_changes_in_it_are_on_the_screen(self):
+        result = subprocess.run([SCRIPT, sys.executable, "-c", PAINTING], capture_output=True,
+                                text=True, check=False, timeout=60)
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
 
     def test_a_signal_reaches_the_command_and_everything_ends(self):
         for number in signal.SIGINT, signal.SIGTERM, signal.SIGHUP:

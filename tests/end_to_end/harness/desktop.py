@@ -52,7 +52,8 @@ class Desktop:
             if window_manager:
                 self._start_window_manager(window_manager)
             if compositor:
-                self._start_and_await("_NET_WM_CM_S0", "picom", "--backend", "xrender")
+                self._start_and_await("_NET_WM_CM_S0", "picom", "--backend", "xrender",
+                                      "--no-use-damage")
             if tray:
                 self.start_tray()
         except BaseException:

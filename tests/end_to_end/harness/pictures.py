@@ -3,9 +3,10 @@
 
 """Which picture a control shows, by its pixels on the screen."""
 
+import functools
 from pathlib import Path
 
-from PIL import Image, ImageChops
+from PIL import Image, ImageChops, ImageDraw
 
 from . import face
 
@@ -13,6 +14,9 @@ _FOLDER = Path(__file__).resolve().parents[3] / "resources" / "img"
 
 # How far a channel may be off where half-transparent pixels were blended.
 _TOLERANCE = 4
+
+# So many pixels at the edges of the window are half transparent.
+_RIM = 6
 
 # These show their picture on the panel's background, the others on black.
 _TRANSPARENT = ("btn_mute", "btn_top", "btn_cam")
@@ -37,13 +41,43 @@ def shows(panel, control, name):
 
 def settings_panel_shown(panel):
     """Whether the settings panel is to be seen, by a strip of it that holds no control."""
-    strip = (20, 20, 90, 390)
-    background = Image.open(_FOLDER / "setting_background.png").convert("RGBA").crop(strip)
-    expected = Image.alpha_composite(Image.new("RGBA", background.size, "black"), background)
+    strip = (face.LEFT_PANEL_WIDTH + 20, 20, face.LEFT_PANEL_WIDTH + 90, 390)
     shown = panel.desktop.screenshot(
-        *panel.on_screen(face.LEFT_PANEL_WIDTH + strip[0], strip[1]), *background.size)
-    difference = ImageChops.difference(expected.convert("RGB"), shown)
+        *panel.on_screen(*strip[:2]), strip[2] - strip[0], strip[3] - strip[1])
+    difference = ImageChops.difference(_bare_face().convert("RGB").crop(strip), shown)
     return max(high for _, high in difference.getextrema()) <= _TOLERANCE
+
+
+@functools.cache
+def _bare_face():
+    """The window without its controls."""
+    whole = Image.new("RGBA", (face.WIDTH, face.HEIGHT))
+    whole.paste(Image.open(_FOLDER / "background.png").convert("RGBA"))
+    whole.paste(Image.open(_FOLDER / "setting_background.png").convert("RGBA"),
+                (face.LEFT_PANEL_WIDTH, 0))
+    return whole
+
+
+def missing_share(picture, corner, width, hidden=()):
+    """How much of the panel is not to be seen in a picture, from 0 to 1. It is looked for with its
+    corner at that place of the picture, that much of its width and without what the hidden rectangles
+    cover of it; the controls and the rim, which is half transparent, do not count."""
+    looked_at = Image.new("L", picture.size)
+    draw = ImageDraw.Draw(looked_at)
+    x, y = corner
+    for left, right in ((0, face.LEFT_PANEL_WIDTH), (face.LEFT_PANEL_WIDTH, face.WIDTH)):
+        if right <= width:
+            draw.rounded_rectangle((x + left + _RIM, y + _RIM, x + right - _RIM,
+                                    y + face.HEIGHT - _RIM), radius=40, fill=255)
+    for rectangle in [*face.CONTROLS.values(), *hidden]:
+        left, top = x + rectangle.x, y + rectangle.y
+        draw.rectangle((left, top, left + rectangle.width, top + rectangle.height), fill=0)
+    expected = picture.copy()
+    expected.paste(_bare_face().convert("RGB"), corner)
+    off = functools.reduce(ImageChops.lighter, ImageChops.difference(expected, picture).split())
+    wrong = ImageChops.multiply(off.point(lambda value: 255 * (value > _TOLERANCE)), looked_at)
+    seen = looked_at.histogram()[255]
+    return wrong.histogram()[255] / seen if seen else 0
 
 
 def selected_camera(panel):

@@ -11,11 +11,14 @@ from dataclasses import dataclass, field
 from harness import face
 from harness.desktop import HEIGHT, WIDTH, Desktop
 from harness.panel import Panel
-from harness.pictures import settings_panel_shown
+from harness.pictures import missing_share, settings_panel_shown
 from harness.waiting import wait_for
 
 from .actions import NOBODYS_PLACE
 from .screen import Screen, settled
+
+MISSING = 0.01
+"""A picture that lacks more of the panel is a failure."""
 
 AROUND = 24
 """How much of the desktop a picture shows around the panel."""
@@ -110,7 +113,7 @@ class Guide:
         if before:
             wait_for(lambda: self._face_of(step.changes) != before,
                      f"{step.changes} to look different")
-        taken.picture = self._screen.picture(*self._frame())
+        taken.picture = wait_for(self._picture, "the panel to be in the picture")
         next(doing, None)
         requests = self._compare([*step.held, *step.released])
         taken.held, taken.released = requests[:len(step.held)], requests[len(step.held):]
@@ -136,6 +139,21 @@ class Guide:
         return self.panel.log.texts(self._first_line)[:len(received)]
 
     # Where to look.
+
+    def _picture(self):
+        """The picture of a step, or none if it does not show the panel as a compositing manager
+        should."""
+        left, top, width, height = self._frame()
+        picture = self._screen.picture(left, top, width, height)
+        if self._has_ended or not self.panel.is_visible():
+            return picture
+        place = self.panel.place()
+        above = [*self.panel.notices(), *filter(None, [self.panel.flicker_items()])]
+        covered = [self.desktop.windows.place(window) for window in above]
+        shown = face.WIDTH if settings_panel_shown(self.panel) else face.LEFT_PANEL_WIDTH
+        missing = missing_share(picture, (place.x - left, place.y - top), shown, [
+            at._replace(x=at.x - place.x, y=at.y - place.y) for at in covered])
+        return picture if missing < MISSING else None
 
     def _frame(self):
         """The part of the screen that is worth a picture: everything of the panel that shows, and
