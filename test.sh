@@ -96,7 +96,7 @@ tests_sanitized() {
 mkdir -p build
 rm -f build/{once,release,sanitize}.log
 configure release
-ctest --preset release -N "${selection[@]}" >build/every-test.log
+ctest --preset release -N "${selection[@]}" >build/every-test.log 2>&1
 if [[ $sanitize == yes ]]; then
     # Unit tests are built once, where they show most.
     excluded='^(once|unit)$'
