@@ -8,6 +8,7 @@
 #include "desktop/hold_guard.h"
 #include "desktop/termination.h"
 #include "desktop/x11.h"
+#include "resources/img/scaled_pictures.h"
 #include "ui_main_window.h"
 
 int main(int argc, char *argv[])
@@ -16,9 +17,16 @@ int main(int argc, char *argv[])
     desktop::prepareEnvironment();
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
     QApplication application(argc, argv);
+    const bool scaled = desktop::scaleFactor() > 1;
+    if (scaled)
+        registerScaledPictures();
     desktop::exposeSliders();
     MainWindow window;
     const Ui::MainWindow &form = window.widgets();
+    if (scaled) {
+        drawBackgroundSharply(*form.Win_Left, QStringLiteral(":/img/background.png"));
+        drawBackgroundSharply(*form.Win_Right, QStringLiteral(":/img/setting_background.png"));
+    }
     desktop::HoldGuard guard(
         window, { form.btn_cam1, form.btn_cam2, form.btn_cam3, form.btn_cam4, form.btn_cam5 });
     desktop::labelChoice(*form.cb_fliker);

@@ -24,6 +24,7 @@ from PIL import Image
 
 HERE = Path(__file__).resolve().parent
 SHEETS = ("keys", "sliders", "control_panel", "settings_panel", "notices")
+SCALES = {1: "{}.png", 2: "scaled/{}@2x.png", 3: "scaled/{}@3x.png"}
 COPIES = {"clear": "Clear"}
 ICON = {16: "plain", 24: "plain", 32: "detailed", 48: "detailed", 256: "detailed"}
 
@@ -161,16 +162,18 @@ def icon():
 
 def pictures():
     """The files, by their names."""
-    images = {}
-    for name in SHEETS:
-        images.update(Sheet(name).draw(1))
-    images.update({name: images[original] for name, original in COPIES.items()})
-    files = {f"{name}.png": png(image) for name, image in images.items()}
-    return {**files, "min_img.ico": icon()}
+    files = {"min_img.ico": icon()}
+    for scale, ending in SCALES.items():
+        images = {}
+        for name in SHEETS:
+            images.update(Sheet(name).draw(scale))
+        images.update({name: images[original] for name, original in COPIES.items()})
+        files.update({ending.format(name): png(image) for name, image in images.items()})
+    return files
 
 
 def main(folder=HERE.parent / "img"):
-    Path(folder).mkdir(parents=True, exist_ok=True)
+    (Path(folder) / "scaled").mkdir(parents=True, exist_ok=True)
     for name, content in pictures().items():
         with open(Path(folder) / name, "wb") as file:
             file.write(content)

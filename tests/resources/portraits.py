@@ -40,6 +40,12 @@ _CORNERS = {
 }
 
 
+def _centred(room, size):
+    """Where the toolkit puts a picture on a button."""
+    x, y, width, height = room
+    return x + width // 2 - size[0] // 2, y + height // 2 - size[1] // 2, *size
+
+
 def labels():
     """Every label of the panel and its box, in pixels of the portrait at factor 1."""
     sheets = [draw.Sheet(name) for name in draw.SHEETS]
@@ -51,17 +57,13 @@ def labels():
     texts = {name: text for sheet in sheets for name, text in sheet.texts.items()}
     for portrait, faces in _FACES.items():
         for picture, control in faces.items():
-            (x, y, *room), (width, height) = face.CONTROLS[control], sizes[picture]
             name = texts[picture][0][0] if texts[picture] else f"({picture})"
-            yield Label(portrait, picture, name, (
-                x + (room[0] - width) // 2, y + (room[1] - height) // 2, width, height))
+            yield Label(portrait, picture, name, _centred(face.CONTROLS[control], sizes[picture]))
     for control, rectangle in {**face.NO_CAMERA_NOTICE, "only": None}.items():
         portrait = "no camera" if rectangle else "empty number"
         picture = "Quit" if control == "btn_quit" else "OK"
-        x, y, *room = rectangle or face.MISSING_CAMERA_NOTICE["btn_ok"]
-        width, height = sizes[picture]
-        yield Label(portrait, picture, texts[picture][0][0], (
-            x + (room[0] - width) // 2, y + (room[1] - height) // 2, width, height))
+        room = rectangle or face.MISSING_CAMERA_NOTICE["btn_ok"]
+        yield Label(portrait, picture, texts[picture][0][0], _centred(room, sizes[picture]))
 
 
 class _ScaledPanel(Panel):
