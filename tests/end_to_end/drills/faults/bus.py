@@ -4,7 +4,7 @@
 """What else is plugged in: nothing, other things, other cameras, more cameras than buttons, and
 cameras with unusual names."""
 
-from drill import Row
+from drill import Row, use_every_control
 from harness import face
 from harness.pictures import shows
 
@@ -51,6 +51,18 @@ def chooses(*cameras):
     return run
 
 
+def lives_and_drives_the_other(drill):
+    drill.ready()
+    use_every_control(drill)
+    drill.panel.click("btn_cam2")
+    drill.drives(camera=2)
+
+
+def is_harmless(drill):
+    """Its brightness cannot be read, so it is not opened the second time."""
+    drill.ready().receives_nothing_from_controls()
+
+
 def named(product):
     return {"descriptions": [f"product={product}"]}
 
@@ -79,6 +91,11 @@ ROWS = [
         {"devices": "camera,other-camera,camera"}),
     Row("nine cameras", "", "the five buttons drive the first five", chooses(1, 2, 3, 4, 5),
         {"devices": 9}),
+    Row("a camera without a camera terminal before the camera", "",
+        "lives; the other camera is driven", lives_and_drives_the_other,
+        {"devices": 2, "descriptions": ["1.without=camera_terminal"]}),
+    Row("a camera without a processing unit", "", "lives; every control is harmless", is_harmless,
+        {"descriptions": ["without=processing_unit"]}),
     *[Row(fault, "", "lives; the camera is driven", chooses(1), named(product))
       for fault, product in (
           ("no product string", ""),
