@@ -37,9 +37,11 @@ void checkRange(const ControlCommand &command)
 void checkCommand(const ControlCommand &command)
 {
     using Verb = ControlCommand::Verb;
-    const bool general = command.verb == Verb::Help || command.verb == Verb::List;
-    expect(general == (command.device == 0) && command.device >= 0,
-        "every command but two is for a device");
+    const bool general = command.verb == Verb::Help || command.verb == Verb::List
+        || command.verb == Verb::Describe || command.verb == Verb::Watch;
+    expect(command.device >= 0 && (!general || command.device == 0)
+            && (general || command.verb == Verb::State || command.device > 0),
+        "a command is for a device or for none");
     const auto numberIn = [&command](int lowest, int highest) {
         expect(command.number && *command.number >= lowest && *command.number <= highest,
             "a number is one that the command knows");

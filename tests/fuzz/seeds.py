@@ -179,7 +179,8 @@ def usbfs_seeds():
 
 def control_seeds():
     lines = {
-        "commands": ["help", "list", "state 1", "unplug 2", "replug 2", "replug 2 17",
+        "commands": ["help", "list", "describe", "state", "state 1", "watch",
+                     "json list", "unplug 2", "replug 2", "replug 2 17",
                      "stall 1 brightness GET_CUR", "stall 1 all", "unstall 1", "short 1 gamma 0",
                      "full 1", "delay 1 50", "refuse-open 1 EACCES", "refuse-open 1 none",
                      "busy 1 on", "range 1 brightness -64:64:0:12", "clear 1"],

@@ -10,39 +10,8 @@ import re
 import signal
 import socket
 import subprocess
-import sys
-import tempfile
-import unittest
 
-VIRTUAL_CAMERA = ""
-UVC_CLIENT = ""
-PATIENCE = 60
-
-
-def run(*arguments, **options):
-    return subprocess.run(
-        [VIRTUAL_CAMERA, *arguments], capture_output=True, text=True, timeout=PATIENCE, **options
-    )
-
-
-class Case(unittest.TestCase):
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory(prefix="virtual-camera-test-")
-        self.addCleanup(folder.cleanup)
-        self.folder = folder.name
-
-    def path(self, name):
-        return os.path.join(self.folder, name)
-
-    def expect_complaint(self, result, code, words):
-        """One line on standard error, nothing else."""
-        self.assertEqual(result.returncode, code, result.stderr)
-        lines = result.stderr.splitlines()
-        self.assertEqual(len(lines), 1, result.stderr)
-        self.assertTrue(lines[0].startswith("virtual-camera: "), lines[0])
-        self.assertIn(words, lines[0])
-        self.assertEqual(result.stdout, "")
-
+from command_case import PATIENCE, UVC_CLIENT, VIRTUAL_CAMERA, Case, RunningCase, main, run
 
 class TheCommand(Case):
     def test_shows_cameras_to_lsusb(self):
@@ -209,9 +178,7 @@ class TheLog(Case):
         self.assertIn(" cam1 SET_CUR roll_absolute value=8 (home position) [08 00] ok\n", result.stdout)
 
 
-class WhileItRuns(Case):
-    """A camera under a program that reads it, and a hand at the control socket."""
-
+class WhileItRuns(RunningCase):
     def start(self, *options, command=("sleep", "60")):
         self.socket = self.path("socket")
         self.process = subprocess.Popen(
@@ -320,5 +287,4 @@ class Descriptions(Case):
 
 
 if __name__ == "__main__":
-    VIRTUAL_CAMERA, UVC_CLIENT = sys.argv[1:3]
-    unittest.main(argv=sys.argv[:1] + sys.argv[3:])
+    main()

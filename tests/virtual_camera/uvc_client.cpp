@@ -5,6 +5,8 @@
 // one fact; the exit code is 0 when everything went as it does with a good camera.
 //
 //   uvc_client               lists the cameras, drives each and reads back what it has set
+//   uvc_client turn          pans the first camera to the right until a line comes in;
+//                            ends with the next one
 //   uvc_client hold SECONDS  opens the first camera and reads its brightness until that fails
 
 #include <cstdint>
@@ -149,6 +151,29 @@ int listAndDrive(uvc_device_t **devices)
     return failures != 0;
 }
 
+void awaitLine()
+{
+    for (int letter = 0; letter != '\n' && letter != EOF;)
+        letter = getchar();
+}
+
+int turn(uvc_device_t *device)
+{
+    uvc_device_handle_t *camera = nullptr;
+    if (device == nullptr || uvc_open(device, &camera) != UVC_SUCCESS)
+        return 1;
+    if (uvc_set_pantilt_rel(camera, 1, 1, 0, 0) != UVC_SUCCESS)
+        return 1;
+    puts("turning");
+    awaitLine();
+    if (uvc_set_pantilt_rel(camera, 0, 0, 0, 0) != UVC_SUCCESS)
+        return 1;
+    puts("standing");
+    awaitLine();
+    uvc_close(camera);
+    return 0;
+}
+
 // Says "reading" after the first good answer; ends, without closing, when one is bad.
 int hold(uvc_device_t *device, int seconds)
 {
@@ -183,6 +208,8 @@ int main(int count, char **arguments)
         return 1;
     if (count == 3 && strcmp(arguments[1], "hold") == 0)
         return hold(devices[0], atoi(arguments[2]));
+    if (count == 2 && strcmp(arguments[1], "turn") == 0)
+        return turn(devices[0]);
     const int result = listAndDrive(devices);
     uvc_free_device_list(devices, 1);
     uvc_exit(context);

@@ -13,6 +13,11 @@ Axis::Axis(std::int64_t min, std::int64_t max, std::int64_t position)
       m_span(std::max(m_max, m_position) - std::min(m_min, m_position))
 { }
 
+double Axis::share() const
+{
+    return m_max > m_min ? std::clamp((m_position - m_min) / (m_max - m_min), 0.0, 1.0) : 0.0;
+}
+
 void Axis::run(double velocity)
 {
     m_target.reset();

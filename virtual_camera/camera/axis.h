@@ -27,6 +27,8 @@ public:
     bool moving() const { return m_velocity != 0; }
     // The longest way that it may have to go: between its ends, or from where it stood at first.
     double span() const { return m_span; }
+    // How far it is from its lower to its upper end, from 0 to 1.
+    double share() const;
 
 private:
     double m_min;

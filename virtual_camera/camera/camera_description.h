@@ -3,6 +3,7 @@
 #pragma once
 
 #include "virtual_camera/camera/control_table.h"
+#include "virtual_camera/camera/lens.h"
 
 #include <array>
 #include <cstdint>
@@ -39,6 +40,7 @@ struct CameraDescription
     // The range of each control that has one; pan's stands under PantiltAbsolute.
     std::array<Range, controlCount> ranges;
     Range tilt;
+    Lens lens;
     // A control that is not supported is not announced, and every request to it stalls.
     std::array<bool, controlCount> supported;
     // A capture stick has a connector in place of the camera terminal, and a simple camera may come

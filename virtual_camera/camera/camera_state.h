@@ -38,6 +38,7 @@ struct CameraState
     AxisState tilt;
     AxisState zoom;
     AxisState focus;
+    double zoomShare = 0; // of the zoom travel: 0 is wide, 1 is tele
 
     bool mirror = false;
     bool flip = false;

@@ -95,6 +95,7 @@ void Mechanics::describe(CameraState &state)
     state.pan = { m_pan.position(), m_pan.velocity() };
     state.tilt = { m_tilt.position(), m_tilt.velocity() };
     state.zoom = { m_zoom.position(), m_zoom.velocity() };
+    state.zoomShare = m_zoom.share();
     state.focus = { m_focus.position(), m_focus.velocity() };
 }
 

@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "virtual_camera/command/child_process.h"
 
+#include <cerrno>
 #include <csignal>
-#include <spawn.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
+#include <utility>
 
 namespace virtual_camera {
 
@@ -19,58 +21,71 @@ std::vector<char *> pointersTo(std::vector<std::string> &texts)
     return pointers;
 }
 
-// The signals as a program expects them, whatever this one has blocked or ignores.
-class PlainSignals
+// In the new process: the signals as a program expects them, whatever this one has blocked or
+// ignores.
+void prepareChild(void *)
 {
-public:
-    PlainSignals()
-    {
-        posix_spawnattr_init(&m_attributes);
-        sigset_t set;
-        sigemptyset(&set);
-        posix_spawnattr_setsigmask(&m_attributes, &set);
-        sigaddset(&set, SIGPIPE);
-        posix_spawnattr_setsigdefault(&m_attributes, &set);
-        posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
-    }
-    ~PlainSignals() { posix_spawnattr_destroy(&m_attributes); }
-    PlainSignals(const PlainSignals &) = delete;
-    PlainSignals &operator=(const PlainSignals &) = delete;
-    const posix_spawnattr_t *attributes() const { return &m_attributes; }
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    std::signal(SIGPIPE, SIG_DFL);
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+}
 
-private:
-    posix_spawnattr_t m_attributes;
-};
+int errnoOf(const GError &error)
+{
+    switch (error.code) {
+    case G_SPAWN_ERROR_NOENT:
+        return ENOENT;
+    case G_SPAWN_ERROR_ACCES:
+        return EACCES;
+    case G_SPAWN_ERROR_NOEXEC:
+        return ENOEXEC;
+    default:
+        return EIO;
+    }
+}
 
 } // namespace
 
-ChildProcess::ChildProcess(
-    const std::vector<std::string> &command, const std::vector<std::string> &environment)
+ChildProcess::ChildProcess(const std::vector<std::string> &command,
+    const std::vector<std::string> &environment, std::function<void()> onEnd)
+    : m_onEnd(std::move(onEnd))
 {
     std::vector<std::string> words = command;
     std::vector<std::string> variables = environment;
-    const PlainSignals signals;
-    const int error = posix_spawnp(&m_id, words[0].c_str(), nullptr, signals.attributes(),
-        pointersTo(words).data(), pointersTo(variables).data());
-    if (error != 0)
-        throw CannotRun(error, std::generic_category(), "cannot run " + command[0]);
+    constexpr int flags = G_SPAWN_SEARCH_PATH | G_SPAWN_DO_NOT_REAP_CHILD
+        | G_SPAWN_LEAVE_DESCRIPTORS_OPEN | G_SPAWN_CHILD_INHERITS_STDIN;
+    GError *error = nullptr;
+    if (!g_spawn_async(nullptr, pointersTo(words).data(), pointersTo(variables).data(),
+            static_cast<GSpawnFlags>(flags), prepareChild, nullptr, &m_id, &error)) {
+        const int code = errnoOf(*error);
+        g_error_free(error);
+        throw CannotRun(code, std::generic_category(), "cannot run " + command[0]);
+    }
+    m_watch = g_child_watch_add(m_id, onExit, this);
+}
+
+ChildProcess::~ChildProcess()
+{
+    if (m_watch != 0)
+        g_source_remove(m_watch);
 }
 
 void ChildProcess::send(int signal) const
 {
-    if (!m_ended)
+    if (m_watch != 0)
         kill(m_id, signal);
 }
 
-bool ChildProcess::ended()
+void ChildProcess::onExit(GPid, gint status, void *process)
 {
-    int status = 0;
-    if (m_ended || waitpid(m_id, &status, WNOHANG) != m_id)
-        return m_ended;
     constexpr int killedBySignal = 128;
-    m_ended = true;
-    m_exitCode = WIFSIGNALED(status) ? killedBySignal + WTERMSIG(status) : WEXITSTATUS(status);
-    return true;
+    auto *self = static_cast<ChildProcess *>(process);
+    self->m_watch = 0;
+    self->m_exitCode =
+        WIFSIGNALED(status) ? killedBySignal + WTERMSIG(status) : WEXITSTATUS(status);
+    self->m_onEnd();
 }
 
 } // namespace virtual_camera

@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
+#include <glib.h>
 #include <string>
-#include <sys/types.h>
 #include <system_error>
 #include <vector>
 
@@ -16,26 +17,30 @@ public:
     using std::system_error::system_error;
 };
 
-// A program that was started, with this one's standard streams.
+// A program that was started, with this one's standard streams. It ends with this one, however
+// that ends.
 class ChildProcess
 {
 public:
-    // Throws CannotRun.
-    ChildProcess(
-        const std::vector<std::string> &command, const std::vector<std::string> &environment);
+    // Calls the function from the main loop when the program has ended. Throws CannotRun.
+    ChildProcess(const std::vector<std::string> &command,
+        const std::vector<std::string> &environment, std::function<void()> onEnd);
+    ~ChildProcess();
+    ChildProcess(const ChildProcess &) = delete;
+    ChildProcess &operator=(const ChildProcess &) = delete;
 
-    pid_t id() const { return m_id; }
     // Nothing when it has ended already.
     void send(int signal) const;
-    // Whether it has ended; does not wait.
-    bool ended();
     // Its exit code, or 128 and the signal that ended it.
     int exitCode() const { return m_exitCode; }
 
 private:
-    pid_t m_id = 0;
-    bool m_ended = false;
+    static void onExit(GPid id, gint status, void *process);
+
+    GPid m_id = 0;
+    guint m_watch = 0; // 0 when it has ended
     int m_exitCode = 0;
+    std::function<void()> m_onEnd;
 };
 
 } // namespace virtual_camera

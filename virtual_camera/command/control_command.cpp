@@ -41,6 +41,20 @@ Problem readControl(ControlCommand &command, std::string_view name)
     return std::nullopt;
 }
 
+Problem readDevice(ControlCommand &command, const Arguments &arguments)
+{
+    std::optional<int> number;
+    if (readNumber(number, arguments[0], 1, std::numeric_limits<int>::max()))
+        return "'" + std::string(arguments[0]) + "' is not the number of a device";
+    command.device = *number;
+    return std::nullopt;
+}
+
+Problem readDeviceIfAny(ControlCommand &command, const Arguments &arguments)
+{
+    return arguments.empty() ? std::nullopt : readDevice(command, arguments);
+}
+
 Problem readAddress(ControlCommand &command, const Arguments &arguments)
 {
     return arguments.empty() ? std::nullopt : readNumber(command.number, arguments[0], 1, 127);
@@ -122,10 +136,12 @@ struct Form
 };
 
 // clang-format off
-    constexpr std::array<Form, 14> forms{{
+    constexpr std::array<Form, 16> forms{{
         {"help", Verb::Help, false, 0, 0, readNothing, "help", "name the commands"},
         {"list", Verb::List, false, 0, 0, readNothing, "list", "name the devices"},
-        {"state", Verb::State, true, 0, 0, readNothing, "state N", "tell what camera N is doing"},
+        {"describe", Verb::Describe, false, 0, 0, readNothing, "describe", "what all devices are, in JSON: names, lens, controls with their ranges"},
+        {"state", Verb::State, false, 0, 1, readDeviceIfAny, "state [N]", "what camera N is doing; without N all devices, in JSON"},
+        {"watch", Verb::Watch, false, 0, 0, readNothing, "watch", "the same, then every change as it happens, in JSON"},
         {"unplug", Verb::Unplug, true, 0, 0, readNothing, "unplug N", "pull the cable of device N"},
         {"replug", Verb::Replug, true, 0, 1, readAddress, "replug N [ADDRESS]", "plug it in again, at the same bus address or another"},
         {"stall", Verb::Stall, true, 1, 2, readStall, "stall N CONTROL|all [REQUEST]", "refuse requests to a control, or only GET_CUR, GET_MIN, ..."},
@@ -166,10 +182,8 @@ std::variant<ControlCommand, std::string> parseControlCommand(std::string_view l
     if (words.size() < own + form->fewest || words.size() > own + form->most)
         return "usage: " + std::string(form->usage);
     if (form->takesDevice) {
-        std::optional<int> number;
-        if (Problem problem = readNumber(number, words[0], 1, std::numeric_limits<int>::max()))
-            return "'" + std::string(words[0]) + "' is not the number of a device";
-        command.device = *number;
+        if (Problem problem = readDevice(command, words))
+            return *problem;
         words.erase(words.begin());
     }
     if (Problem problem = form->read(command, words))

@@ -19,7 +19,9 @@ struct ControlCommand
     enum class Verb {
         Help,
         List,
+        Describe,
         State,
+        Watch,
         Unplug,
         Replug,
         Stall,
@@ -34,7 +36,7 @@ struct ControlCommand
     };
 
     Verb verb = Verb::Help;
-    int device = 0;                  // from 1; 0 for the verbs that need none
+    int device = 0;                  // from 1; 0 for none, or for all of them
     std::optional<Control> control;  // empty: all of them
     std::optional<RequestCode> code; // empty: all of them
     std::optional<int> number;       // address, bytes, milliseconds, errno, or 1 for "on"

@@ -1,9 +1,12 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 #include "virtual_camera/command/control_execution.h"
+#include "virtual_camera/command/description_json.h"
+#include "virtual_camera/command/state_json.h"
 #include "virtual_camera/command/state_text.h"
 #include "virtual_camera/testbed/testbed.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace virtual_camera {
@@ -37,8 +40,6 @@ void stall(Device &device, const ControlCommand &command)
 std::string executeOn(Device &device, const ControlCommand &command)
 {
     switch (command.verb) {
-    case Verb::State:
-        return stateText(device);
     case Verb::Unplug:
         if (!device.pluggedIn())
             throw std::invalid_argument("device is unplugged already");
@@ -76,38 +77,82 @@ std::string executeOn(Device &device, const ControlCommand &command)
     case Verb::Clear:
         device.clearFaults();
         break;
-    case Verb::Help:
-    case Verb::List:
-        break;
+    default:
+        break; // about no single device
     }
     return {};
 }
 
-std::string ok(const std::string &text) { return text.empty() ? "ok" : "ok " + text; }
+json::Object statesJson(Testbed &testbed, int only)
+{
+    json::Array devices;
+    for (int number = std::max(only, 1); number <= (only > 0 ? only : testbed.size()); ++number)
+        devices.emplace_back(json::Object{ { "number", number },
+            { "requests_under_way", testbed.device(number).requestsUnderWay() } }
+                                 .add(stateJson(testbed.device(number))));
+    return greeting(testbed).add("devices", devices);
+}
+
+json::Object descriptionsJson(Testbed &testbed)
+{
+    json::Array devices;
+    for (int number = 1; number <= testbed.size(); ++number)
+        devices.emplace_back(describe(testbed.device(number)));
+    return greeting(testbed).add("devices", devices);
+}
 
 } // namespace
 
-std::string execute(const ControlCommand &command, Testbed &testbed)
+std::string Reply::inWords() const
 {
-    if (command.verb == Verb::Help)
-        return ok("commands:" + controlCommandWords() + " (virtual-camera --help explains them)");
-    if (command.verb == Verb::List)
-        return ok(listText(testbed));
-    if (command.device < 1 || command.device > testbed.size())
-        return "error: there is no device " + std::to_string(command.device) + " (1 to "
-            + std::to_string(testbed.size()) + ")";
+    if (!ok)
+        return "error: " + text;
+    return text.empty() ? "ok" : "ok " + text;
+}
+
+std::string Reply::inJson() const
+{
+    json::Object object{ { "ok", ok } };
+    if (!ok)
+        object.add("error", text);
+    else if (more.members().empty() && !text.empty())
+        object.add("text", text);
+    return object.add(more).text();
+}
+
+Reply execute(const ControlCommand &command, Testbed &testbed)
+{
+    if (command.device > testbed.size())
+        return { false,
+            "there is no device " + std::to_string(command.device) + " (1 to "
+                + std::to_string(testbed.size()) + ")" };
     try {
-        return ok(executeOn(testbed.device(command.device), command));
+        switch (command.verb) {
+        case Verb::Help:
+            return { true,
+                "commands:" + controlCommandWords() + " (virtual-camera --help explains them)" };
+        case Verb::List:
+            return { true, listText(testbed) };
+        case Verb::Describe:
+            return { true, {}, descriptionsJson(testbed) };
+        case Verb::State:
+            return { true, command.device > 0 ? stateText(testbed.device(command.device)) : "",
+                statesJson(testbed, command.device) };
+        case Verb::Watch:
+            return { false, "only for a program that stays at the control socket" };
+        default:
+            return { true, executeOn(testbed.device(command.device), command) };
+        }
     } catch (const std::exception &problem) {
-        return "error: " + std::string(problem.what());
+        return { false, problem.what() };
     }
 }
 
-std::string executeLine(std::string_view line, Testbed &testbed)
+Reply executeLine(std::string_view line, Testbed &testbed)
 {
     const std::variant<ControlCommand, std::string> parsed = parseControlCommand(line);
     if (const auto *problem = std::get_if<std::string>(&parsed))
-        return "error: " + *problem;
+        return { false, *problem };
     return execute(std::get<ControlCommand>(parsed), testbed);
 }
 

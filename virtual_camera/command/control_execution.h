@@ -3,6 +3,7 @@
 #pragma once
 
 #include "virtual_camera/command/control_command.h"
+#include "virtual_camera/command/json.h"
 
 #include <string>
 #include <string_view>
@@ -11,10 +12,20 @@ namespace virtual_camera {
 
 class Testbed;
 
-// Does it, and answers with one line without its end: "ok ..." when it is in force, else
-// "error: ...".
-std::string execute(const ControlCommand &command, Testbed &testbed);
+// What became of a command.
+struct Reply
+{
+    bool ok = true;
+    std::string text;    // for words: what is to be said, or what is wrong
+    json::Object more{}; // for JSON: what is told in place of the text
+
+    std::string inWords() const; // "ok ..." or "error: ..."
+    std::string inJson() const;  // {"ok":true,...} or {"ok":false,"error":"..."}
+};
+
+// Does it; it is in force when the function returns.
+Reply execute(const ControlCommand &command, Testbed &testbed);
 // Parses and executes.
-std::string executeLine(std::string_view line, Testbed &testbed);
+Reply executeLine(std::string_view line, Testbed &testbed);
 
 } // namespace virtual_camera

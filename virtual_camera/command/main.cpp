@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <optional>
 
 using namespace virtual_camera;
 
@@ -30,11 +31,19 @@ int tell(const CommandLine &line)
     std::string words;
     for (const std::string &word : line.command)
         words += words.empty() ? word : ' ' + word;
-    const std::string answer = askSocket(*line.socket, words);
-    if (answer.empty())
+    // What follows goes on until somebody ends it.
+    const bool follows = line.command[0] == "watch";
+    std::optional<bool> ok;
+    askSocket(*line.socket, words, [&](const std::string &answer) {
+        if (!ok)
+            ok = answer.substr(0, 2) == "ok" || answer.substr(0, 10) == R"({"ok":true)";
+        std::puts(answer.c_str());
+        std::fflush(stdout);
+        return follows;
+    });
+    if (!ok)
         return complain(*line.socket + ": no answer", failure);
-    std::puts(answer.c_str());
-    return answer.substr(0, 2) == "ok" ? 0 : failure;
+    return *ok ? 0 : failure;
 }
 
 int run(const CommandLine &line, char **arguments)

@@ -3,10 +3,11 @@
 #include "virtual_camera/command/session.h"
 
 #include "virtual_camera/command/control_execution.h"
+#include "virtual_camera/command/control_protocol.h"
 #include "virtual_camera/command/preload.h"
 
 #include <csignal>
-#include <poll.h>
+#include <glib-unix.h>
 #include <stdexcept>
 #include <sys/signalfd.h>
 #include <thread>
@@ -21,7 +22,7 @@ int openSignals()
 {
     sigset_t set;
     sigemptyset(&set);
-    for (const int signal : { SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGCHLD })
+    for (const int signal : { SIGINT, SIGTERM, SIGHUP, SIGQUIT })
         sigaddset(&set, signal);
     sigprocmask(SIG_BLOCK, &set, nullptr);
     std::signal(SIGPIPE, SIG_IGN);
@@ -36,56 +37,55 @@ std::optional<LogFile> openLog(const std::optional<std::string> &path)
 } // namespace
 
 Session::Session(const CommandLine &line)
-    : m_line(line), m_signals(openSignals()), m_log(openLog(line.log)), m_testbed(line.devices)
+    : m_line(line), m_loop(g_main_loop_new(nullptr, FALSE), g_main_loop_unref),
+      m_signals(openSignals()), m_log(openLog(line.log)), m_testbed(line.devices), m_feed(m_testbed)
 {
     m_testbed.log().keepRecords(false);
-    if (m_log)
-        m_testbed.log().setWriter([this](const LogRecord &record) { m_log->write(record); });
+    m_testbed.log().setWriter([this](const LogRecord &record) {
+        if (m_log)
+            m_log->write(record);
+        m_feed.touch();
+    });
+    g_unix_fd_add(m_signals, G_IO_IN, onSignal, this);
     if (line.socket)
-        m_socket.emplace(
-            *line.socket, [this](std::string_view text) { return executeLine(text, m_testbed); });
+        m_socket.emplace(*line.socket,
+            [this](const std::shared_ptr<Connection> &connection, std::string_view text) {
+                answerLine(connection, text, m_testbed, m_feed);
+            });
     for (const std::string &command : line.atStart) {
-        const std::string answer = executeLine(command, m_testbed);
-        if (answer.substr(0, 2) != "ok")
-            throw std::runtime_error("--at-start '" + command + "': " + answer);
+        const Reply reply = executeLine(command, m_testbed);
+        if (!reply.ok)
+            throw std::runtime_error("--at-start '" + command + "': " + reply.inWords());
     }
 }
 
-Session::~Session() { close(m_signals); }
+// Files that are closed only now are of no interest to anybody.
+Session::~Session()
+{
+    m_testbed.log().setWriter({});
+    close(m_signals);
+}
 
 int Session::run()
 {
-    m_child.emplace(m_line.command, preloadedEnvironment(m_testbed.rootDirectory()));
-    while (!m_child->ended()) {
-        std::vector<pollfd> descriptors{ { m_signals, POLLIN, 0 } };
-        if (m_socket) {
-            for (const int descriptor : m_socket->descriptors())
-                descriptors.push_back({ descriptor, POLLIN, 0 });
-        }
-        poll(descriptors.data(), descriptors.size(), -1);
-        for (const pollfd &ready : descriptors) {
-            if (ready.revents == 0)
-                continue;
-            if (ready.fd == m_signals)
-                takeSignal();
-            else
-                m_socket->serve(ready.fd);
-        }
-    }
+    m_child.emplace(m_line.command, preloadedEnvironment(m_testbed.rootDirectory()),
+        [this] { g_main_loop_quit(m_loop.get()); });
+    g_main_loop_run(m_loop.get());
     waitForClosing();
     return m_child->exitCode();
 }
 
-void Session::takeSignal()
+gboolean Session::onSignal(gint descriptor, GIOCondition, void *session)
 {
     signalfd_siginfo signal{};
-    if (read(m_signals, &signal, sizeof signal) != sizeof signal)
-        return;
-    const auto number = static_cast<int>(signal.ssi_signo);
+    if (read(descriptor, &signal, sizeof signal) != sizeof signal)
+        return G_SOURCE_CONTINUE;
     // What is typed at a terminal reaches the command by itself.
     const bool fromTerminal = signal.ssi_code == SI_KERNEL;
-    if (number != SIGCHLD && !fromTerminal)
-        m_child->send(number);
+    auto *self = static_cast<Session *>(session);
+    if (self->m_child && !fromTerminal)
+        self->m_child->send(static_cast<int>(signal.ssi_signo));
+    return G_SOURCE_CONTINUE;
 }
 
 // The end of the command closes its files; the log is to say so. Programs that it left behind

@@ -6,6 +6,7 @@
 #include "virtual_camera/command/command_line.h"
 #include "virtual_camera/command/control_socket.h"
 #include "virtual_camera/command/log_file.h"
+#include "virtual_camera/command/state_feed.h"
 #include "virtual_camera/testbed/testbed.h"
 
 #include <optional>
@@ -24,13 +25,15 @@ public:
     int run();
 
 private:
-    void takeSignal();
+    static gboolean onSignal(gint descriptor, GIOCondition condition, void *session);
     void waitForClosing();
 
     const CommandLine &m_line;
+    std::unique_ptr<GMainLoop, void (*)(GMainLoop *)> m_loop;
     int m_signals; // descriptor from which signals are read
     std::optional<LogFile> m_log;
     Testbed m_testbed;
+    StateFeed m_feed;
     std::optional<ControlSocket> m_socket;
     std::optional<ChildProcess> m_child;
 };

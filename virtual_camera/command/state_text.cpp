@@ -48,10 +48,12 @@ std::string valuesText(const CameraState &state)
 
 std::string stateText(const Device &device)
 {
-    const CameraState state = device.state();
     std::string text = device.pluggedIn() ? "plugged=yes" : "plugged=no";
     text += " address=" + std::to_string(device.address())
         + " requests_under_way=" + std::to_string(device.requestsUnderWay());
+    if (!device.isCamera())
+        return text;
+    const CameraState state = device.state();
     text += axisText("pan", state.pan) + axisText("tilt", state.tilt) + axisText("zoom", state.zoom)
         + axisText("focus", state.focus);
     text += switchText("mute", state.mute) + switchText("flip", state.flip)

@@ -43,6 +43,8 @@ public:
 
     // Control requests that a slow camera has not answered yet.
     int requestsUnderWay() const;
+    // Files that programs have open on it, from before it was unplugged, too.
+    int openFiles() const;
 
     // What the camera is doing now; only for cameras, as is what follows.
     CameraState state() const;
@@ -72,7 +74,6 @@ private:
     friend class Testbed;
     struct Inside;
     explicit Device(std::unique_ptr<Inside> inside);
-    int openFiles() const;
     void change(const std::function<void(Faults &)> &how);
 
     std::unique_ptr<Inside> m_inside;
@@ -95,6 +96,7 @@ public:
     // Counted from 1, as in the log. Throws std::out_of_range.
     Device &device(int number);
     RequestLog &log() { return m_log; }
+    const RequestLog &log() const { return m_log; }
     // Files that programs have open on the devices, those that were unplugged too.
     int openFiles() const;
     // Where the emulated /sys and /dev are.

@@ -27,13 +27,18 @@ void RequestLog::add(LogRecord record)
 {
     const std::lock_guard lock(m_mutex);
     record.sequence = ++m_lastSequence;
-    record.time = std::chrono::duration_cast<std::chrono::microseconds>(
-        std::chrono::steady_clock::now() - m_start);
+    record.time = now();
     if (m_writer)
         m_writer(record);
     if (m_keep)
         m_records.push_back(std::move(record));
     m_grown.notify_all();
+}
+
+std::chrono::microseconds RequestLog::now() const
+{
+    return std::chrono::duration_cast<std::chrono::microseconds>(
+        std::chrono::steady_clock::now() - m_start);
 }
 
 void RequestLog::clear()

@@ -63,6 +63,8 @@ public:
     // Numbers the record, gives it the time and tells those who wait.
     void add(LogRecord record);
     void clear();
+    // On the clock that dates the records.
+    std::chrono::microseconds now() const;
 
     Records all() const;
     // Requests to controls, of one device or (0) of all of them.
