@@ -1,19 +1,25 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// The tests' window on the joystick's members, and a joystick in its place on the panel.
+// A joystick in its place on the panel, and access to its private members.
 #pragma once
 
 #include <QCoreApplication>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
-#include <QWidget>
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "tests/widgets/mouse.h"
 #include "widgets/rocker_handle.h"
+
+inline void PrintTo(const QPoint &point, std::ostream *stream)
+{
+    *stream << point.x() << ", " << point.y();
+}
 
 class RockerHandleProbe
 {
@@ -33,32 +39,13 @@ public:
 };
 
 /// Direction, pan level and tilt level.
-struct Report
-{
-    int direction;
-    int pan;
-    int tilt;
-};
-
-inline bool operator==(const Report &a, const Report &b)
-{
-    return a.direction == b.direction && a.pan == b.pan && a.tilt == b.tilt;
-}
-
-inline std::ostream &operator<<(std::ostream &stream, const Report &report)
-{
-    return stream << "direction " << report.direction << ", pan " << report.pan << ", tilt "
-                  << report.tilt;
-}
-
-inline void PrintTo(const QPoint &point, std::ostream *stream)
-{
-    *stream << "(" << point.x() << ", " << point.y() << ")";
-}
+using Report = std::vector<int>;
 
 class JoystickTest : public testing::Test
 {
 protected:
+    using Probe = RockerHandleProbe;
+
     void SetUp() override
     {
         panel.resize(200, 220);
@@ -71,36 +58,42 @@ protected:
     /// Lets every scheduled repaint happen. No timer runs meanwhile.
     static void paintDue() { QCoreApplication::sendPostedEvents(); }
 
-    /// The last value that a signal brought; fails when it brought none.
-    static int last(const QSignalSpy &spy)
+    void pressAndPaint(const QPointF &place)
     {
-        if (spy.isEmpty()) {
-            ADD_FAILURE() << spy.signal().constData() << " was not emitted";
-            return -1;
-        }
-        return spy.last().at(0).toInt();
+        mouse::press(&joystick, place);
+        paintDue();
     }
+    void release() { mouse::release(&joystick, { 58, 58 }); }
 
-    /// What the next ticks report. Called with a button held.
+    void forgetReports()
+    {
+        for (QSignalSpy *spy : { &directions, &pans, &tilts })
+            spy->clear();
+    }
+    /// The last report; -1 for what was not reported.
+    Report lastReport()
+    {
+        Report report;
+        for (const QSignalSpy *spy : { &directions, &pans, &tilts })
+            report.push_back(spy->isEmpty() ? -1 : spy->last().at(0).toInt());
+        return report;
+    }
+    /// What the next ticks report while a button is held.
     Report nextReport()
     {
-        directions.clear();
-        pans.clear();
-        tilts.clear();
-        EXPECT_TRUE(QTest::qWaitFor(
-            [this] { return !directions.isEmpty() && !pans.isEmpty() && !tilts.isEmpty(); }));
-        return { last(directions), last(pans), last(tilts) };
+        forgetReports();
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !directions.isEmpty() && !tilts.isEmpty(); }));
+        return lastReport();
     }
-
-    /// What a tick would report now, without waiting for it.
+    /// What a tick would report now.
     Report reportNow()
     {
         QMetaObject::invokeMethod(&joystick, "getKeyNum", Qt::DirectConnection);
         QMetaObject::invokeMethod(&joystick, "SpeedChange", Qt::DirectConnection);
-        return { last(directions), last(pans), last(tilts) };
+        return lastReport();
     }
 
-    QPoint handle() const { return RockerHandleProbe::handlePoint(joystick); }
+    QPoint handle() const { return Probe::handlePoint(joystick); }
 
     QWidget panel;
     RockerHandle joystick{ &panel };

@@ -33,9 +33,10 @@ inline void move(QWidget *widget, const QPointF &place, Qt::MouseButtons held = 
     send(widget, QEvent::MouseMove, place, Qt::NoButton, held);
 }
 
-inline void release(QWidget *widget, const QPointF &place, Qt::MouseButton button = Qt::LeftButton)
+inline void release(QWidget *widget, const QPointF &place, Qt::MouseButton button = Qt::LeftButton,
+    Qt::MouseButtons stillHeld = Qt::NoButton)
 {
-    send(widget, QEvent::MouseButtonRelease, place, button, Qt::NoButton);
+    send(widget, QEvent::MouseButtonRelease, place, button, stillHeld);
 }
 
 } // namespace mouse

@@ -1,15 +1,14 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// The joystick on a screen of 96 dots per inch. The size of the disc and the grid of the reports
-// grow with the resolution, the form's 116 × 116 pixels do not: the grid's centre is at (77, 77)
-// then, and the rest position reports up and left.
+// The joystick at a logical resolution of 96 dots per inch. The disc and the grid of the reports
+// grow with it, the form's 116 × 116 pixels do not: the grid's centre is at (77, 77), and the rest
+// position reports up and left.
 
 #include "tests/widgets/joystick_fixture.h"
 
 namespace {
 
-using Probe = RockerHandleProbe;
 using JoystickAt96Dpi = JoystickTest;
 
 TEST_F(JoystickAt96Dpi, ConstantsGrowWithTheResolution)
@@ -40,11 +39,10 @@ TEST_F(JoystickAt96Dpi, ReportsFromTheConstantCentreNotFromThePaintedOne)
         { { 100, 100 }, { 78, 78 }, { 4, 0, 0 } },
     };
     for (const auto &row : rows) {
-        mouse::press(&joystick, row.pointer);
-        EXPECT_EQ(nextReport(), row.report) << row.pointer.x() << ", " << row.pointer.y();
+        pressAndPaint(row.pointer);
+        EXPECT_EQ(reportNow(), row.report) << row.pointer.x() << ", " << row.pointer.y();
         EXPECT_EQ(handle(), row.handle);
-        mouse::release(&joystick, row.pointer);
-        paintDue();
+        release();
     }
 }
 
@@ -53,14 +51,6 @@ TEST_F(JoystickAt96Dpi, DiscThatIsLargerThanTheWidgetRestsInTheMiddle)
     joystick.resize(40, 40);
     paintDue();
     EXPECT_EQ(handle(), QPoint(20, 20));
-}
-
-TEST_F(JoystickAt96Dpi, TicksEvery100MillisecondsAllTheSame)
-{
-    mouse::press(&joystick, { 58, 58 });
-    EXPECT_EQ(Probe::keyTimer(joystick)->interval(), 100);
-    EXPECT_EQ(Probe::speedTimer(joystick)->interval(), 100);
-    mouse::release(&joystick, { 58, 58 });
 }
 
 } // namespace
