@@ -62,15 +62,13 @@ void registerScaledPictures()
 
 QPixmap scaledPicture(const QString &path, const QSize &size)
 {
-    for (const char *const ending : { "@2x.png", "@3x.png" }) {
-        const QPixmap picture(path.chopped(4) + QLatin1String(ending));
-        if (picture.size() == size)
-            return picture;
-        // Between the factors the largest keeps most.
-        if (ending[1] == '3')
-            return picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    }
-    return {};
+    const QString name = path.chopped(4);
+    const QPixmap twice(name + QStringLiteral("@2x.png"));
+    if (twice.size() == size)
+        return twice;
+    // Between the factors the largest keeps most.
+    return QPixmap(name + QStringLiteral("@3x.png"))
+        .scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
 void drawBackgroundSharply(QWidget &panel, const QString &path)

@@ -16,6 +16,7 @@ import draw  # noqa: E402
 from harness import face  # noqa: E402
 from harness.desktop import Desktop  # noqa: E402
 from harness.panel import Panel  # noqa: E402
+from tour.screen import Screen  # noqa: E402
 
 Label = namedtuple("Label", "portrait picture text box")
 
@@ -102,7 +103,8 @@ def take(factor=1):
     size = [round(factor * length) for length in (face.WIDTH, face.HEIGHT)]
     notice = [round(factor * length) for length in (face.NOTICE_WIDTH, face.NOTICE_HEIGHT)]
     pictures = {}
-    with Desktop(compositor=True, size=(size[0] + 200, size[1] + 200)) as desktop:
+    with Desktop(compositor=True, size=(size[0] + 200, size[1] + 200)) as desktop, \
+            contextlib.closing(Screen(desktop)):
         with _panel(desktop, 2, factor) as panel:
             panel.opened()
             panel.click("btn_setting")
