@@ -3,10 +3,8 @@
 
 """What a drill is: one row of a table, and what is checked in each."""
 
-import contextlib
 import os
 import random
-from collections import namedtuple
 from dataclasses import dataclass, field
 from typing import Callable
 
@@ -16,6 +14,7 @@ from calls import calls_on_the_dead, noted_calls, stopped_axes
 from harness import face, requests
 from harness.motions import Motions
 from harness.pictures import shows
+from harness.usage import usage
 from harness.waiting import wait_for
 
 PATIENCE = float(os.environ.get("PTZ_DRILL_PATIENCE", "20"))
@@ -47,13 +46,6 @@ class Row:
     @property
     def notes_calls(self):
         return "LD_PRELOAD" not in self.how.get("environment", {})
-
-
-class Memory(namedtuple("Memory", "kibibytes files threads")):
-    """What the panel holds."""
-
-    def with_one_camera_more(self):
-        return self._replace(files=self.files + 2, threads=self.threads + 1)
 
 
 MOST_KIBIBYTES = int(os.environ.get("PTZ_DRILL_MEBIBYTES", "14")) * 1024
@@ -97,14 +89,15 @@ class Drill:
         self.wait(lambda: shows(self.panel, "btn_mute", "no_mute.png") or self.panel.notices(),
                   "the panel to look for cameras")
         if not self._at_first:
-            self._at_first = self.memory()
+            self._at_first = self.usage()
             if not self.open_files():
                 self.may_open_a_camera()
         return self
 
     def may_open_a_camera(self):
         """It had none when it came up."""
-        self._at_first = self._at_first.with_one_camera_more()
+        before = self._at_first
+        self._at_first = before._replace(files=before.files + 2, threads=before.threads + 1)
 
     def ready(self):
         """The panel has opened the first camera, and the keyboard is its own."""
@@ -209,10 +202,10 @@ class Drill:
         none was open then, and hardly more memory."""
         before = self._at_first
         if before:
-            self.wait(lambda: self.memory().files <= before.files
-                      and self.memory().threads <= before.threads,
-                      lambda: f"no more files and threads than {before}: {self.memory()}")
-            assert self.memory().kibibytes <= before.kibibytes + MOST_KIBIBYTES
+            self.wait(lambda: self.usage().files <= before.files
+                      and self.usage().threads <= before.threads,
+                      lambda: f"no more files and threads than {before}: {self.usage()}")
+            assert self.usage().kibibytes <= before.kibibytes + MOST_KIBIBYTES
 
     def finish(self):
         """What holds after every drill, whatever the fault was."""
@@ -232,29 +225,8 @@ class Drill:
         lines = self.panel.log.lines()
         return sum((line.what == "OPEN") - (line.what == "CLOSE") for line in lines)
 
-    def memory(self):
-        folder = f"/proc/{self.panel.process_id}"
-        with open(f"{folder}/smaps_rollup", encoding="ascii") as sums:
-            # A library's file that is in memory counts as private, all at once, when the last other
-            # program that uses it ends. So only what is in no file counts.
-            size = next(int(line.split()[1]) for line in sums if line.startswith("Anonymous:"))
-        threads = thread_names(folder)
-        painting = threads.count(PAINTING_THREAD)
-        return Memory(size, len(os.listdir(f"{folder}/fd")) - painting, len(threads) - painting)
-
-
-PAINTING_THREAD = "Thread (pooled)"
-"""The toolkit starts some when there is much to paint, each with a file, and ends them later."""
-
-
-def thread_names(folder):
-    names = []
-    for thread in os.listdir(f"{folder}/task"):
-        # It may just have ended.
-        with contextlib.suppress(FileNotFoundError), \
-                open(f"{folder}/task/{thread}/comm", encoding="ascii") as name:
-            names.append(name.read().strip())
-    return names
+    def usage(self):
+        return usage(self.panel.process_id)
 
 
 def lens_rest(control):

@@ -3,11 +3,12 @@
 
 """What is measured of a panel that runs for a long time, and what of it may grow."""
 
-import os
 import statistics
 from collections import namedtuple
 
-Sample = namedtuple("Sample", "operations kibibytes handles threads notices switches minimises")
+from harness.usage import lasting_usage
+
+Sample = namedtuple("Sample", "operations kibibytes files threads notices switches minimises")
 """Taken while nothing is held and nothing is on the way. The last three count what the panel keeps
 on purpose: each notice stays in memory after it was dismissed, each opening of a camera costs
 libuvc a transfer that it never frees, each minimise connects the tray icon once more."""
@@ -25,21 +26,15 @@ SLACK_KIBIBYTES = 1024
 
 
 def measure(process_id, operations, kept):
-    folder = f"/proc/{process_id}"
-    # Anonymous memory only: how much of the libraries' files is in memory is not for the panel to
-    # say.
-    with open(f"{folder}/smaps_rollup", encoding="ascii") as sums:
-        kibibytes = next(int(line.split()[1]) for line in sums if line.startswith("Anonymous:"))
-    return Sample(operations, kibibytes, len(os.listdir(f"{folder}/fd")),
-                  len(os.listdir(f"{folder}/task")), *kept)
+    return Sample(operations, *lasting_usage(process_id), *kept)
 
 
 def _part(samples, first, last):
-    """The samples of a part of the run: the typical memory, the most handles and threads."""
+    """The samples of a part of the run: the typical memory, the most files and threads."""
     part = samples[int(len(samples) * first):max(int(len(samples) * last), 1)]
     columns = Sample(*zip(*part))
     return Sample(*(statistics.median(column) for column in columns))._replace(
-        handles=max(columns.handles), threads=max(columns.threads))
+        files=max(columns.files), threads=max(columns.threads))
 
 
 def growth(samples):
@@ -61,8 +56,8 @@ def complaints(samples, motions):
         found.append(f"something moved for {motions.longest:.1f} s")
     if difference.kibibytes > allowed:
         found.append(f"memory grew by {difference.kibibytes:.0f} KiB, allowed are {allowed:.0f}")
-    if difference.handles > 0:
-        found.append(f"{difference.handles:.0f} more open files at the end than at the beginning")
+    if difference.files > 0:
+        found.append(f"{difference.files:.0f} more open files at the end than at the beginning")
     if difference.threads > 0:
         found.append(f"{difference.threads:.0f} more threads at the end than at the beginning")
     return found

@@ -5,6 +5,7 @@
 
 from harness import face
 from harness.hands import LEFT, MIDDLE, RIGHT, WHEEL_DOWN, WHEEL_UP
+from harness.pictures import shows
 from harness.waiting import wait_for
 
 CAMERAS = 4
@@ -199,10 +200,9 @@ class Operator:
         """Returns once the panel has done everything that was asked of it: the on-top button, which
         asks nothing of a camera, changes its face twice."""
         self.mouse.move_to(*self._middle("btn_top"))
-        for _ in range(2):
-            before = self.panel.picture_of("btn_top").tobytes()
+        for picture in ("no_top.png", "top.png"):
             self.mouse.press()
             self.mouse.release()
-            wait_for(lambda: self.panel.picture_of("btn_top").tobytes() != before,
-                     "the on-top button to change its face")
+            wait_for(lambda: shows(self.panel, "btn_top", picture),
+                     f"the on-top button to show {picture}")
         assert self._corner == self.panel.place()[:2], "the window moved unasked"

@@ -92,7 +92,7 @@ def live(seed, seconds):
         "cables pulled while driving": pulled,
         "kept on purpose": dict(zip(("notices", "switches", "minimises"), samples[-1][4:])),
         "growth": {"KiB": difference.kibibytes, "KiB allowed": round(allowed),
-                   "open files": difference.handles, "threads": difference.threads},
+                   "open files": difference.files, "threads": difference.threads},
         "done": dict(done.most_common()),
         "samples": samples,
     }, complaints(samples, motions)
