@@ -40,19 +40,20 @@ void noteAnswer(libusb_device *camera, int result)
 
 /// libuvc sets no time limit (0), so a camera that hangs would block its caller for ever. libusb's
 /// own requests come with limits and keep them.
-EXPORTED int LIBUSB_CALL libusb_control_transfer(libusb_device_handle *handle, uint8_t requestType,
-    uint8_t request, uint16_t value, uint16_t index, unsigned char *data, uint16_t length,
-    unsigned timeout)
+EXPORTED int LIBUSB_CALL libusb_control_transfer(libusb_device_handle *dev_handle,
+    uint8_t request_type, uint8_t bRequest, uint16_t wValue, uint16_t wIndex, unsigned char *data,
+    uint16_t wLength, unsigned timeout)
 {
     static const auto libusbsOwn = reinterpret_cast<decltype(&libusb_control_transfer)>(
         dlsym(RTLD_NEXT, "libusb_control_transfer"));
     if (timeout != 0)
-        return libusbsOwn(handle, requestType, request, value, index, data, length, timeout);
+        return libusbsOwn(
+            dev_handle, request_type, bRequest, wValue, wIndex, data, wLength, timeout);
 
-    libusb_device *const camera = libusb_get_device(handle);
+    libusb_device *const camera = libusb_get_device(dev_handle);
     timeout = hungCameras().count(camera) != 0 ? patience : longestAnswer;
     const int result =
-        libusbsOwn(handle, requestType, request, value, index, data, length, timeout);
+        libusbsOwn(dev_handle, request_type, bRequest, wValue, wIndex, data, wLength, timeout);
     noteAnswer(camera, result);
     return result;
 }

@@ -30,40 +30,43 @@ template<typename Function> Function *closing(const char *name)
 
 } // namespace
 
-int libusb_control_transfer(libusb_device_handle *handle, uint8_t requestType, uint8_t request,
-    uint16_t value, uint16_t index, unsigned char *data, uint16_t length, unsigned timeout)
+int libusb_control_transfer(libusb_device_handle *dev_handle, uint8_t request_type,
+    uint8_t bRequest, uint16_t wValue, uint16_t wIndex, unsigned char *data, uint16_t wLength,
+    unsigned timeout)
 {
     libusb_calls::limits.push_back(timeout);
     if (libusb_calls::answer)
         return *libusb_calls::answer;
     return libusbsOwn<decltype(libusb_control_transfer)>("libusb_control_transfer")(
-        handle, requestType, request, value, index, data, length, timeout);
+        dev_handle, request_type, bRequest, wValue, wIndex, data, wLength, timeout);
 }
 
-int libusb_claim_interface(libusb_device_handle *handle, int interface)
+int libusb_claim_interface(libusb_device_handle *dev_handle, int interface_number)
 {
-    return closing<decltype(libusb_claim_interface)>("libusb_claim_interface")(handle, interface);
+    return closing<decltype(libusb_claim_interface)>("libusb_claim_interface")(
+        dev_handle, interface_number);
 }
 
-int libusb_set_interface_alt_setting(libusb_device_handle *handle, int interface, int setting)
+int libusb_set_interface_alt_setting(
+    libusb_device_handle *dev_handle, int interface_number, int alternate_setting)
 {
     return closing<decltype(libusb_set_interface_alt_setting)>("libusb_set_interface_alt_setting")(
-        handle, interface, setting);
+        dev_handle, interface_number, alternate_setting);
 }
 
-int libusb_release_interface(libusb_device_handle *handle, int interface)
+int libusb_release_interface(libusb_device_handle *dev_handle, int interface_number)
 {
     return closing<decltype(libusb_release_interface)>("libusb_release_interface")(
-        handle, interface);
+        dev_handle, interface_number);
 }
 
-int libusb_attach_kernel_driver(libusb_device_handle *handle, int interface)
+int libusb_attach_kernel_driver(libusb_device_handle *dev_handle, int interface_number)
 {
     return closing<decltype(libusb_attach_kernel_driver)>("libusb_attach_kernel_driver")(
-        handle, interface);
+        dev_handle, interface_number);
 }
 
-void libusb_close(libusb_device_handle *handle)
+void libusb_close(libusb_device_handle *dev_handle)
 {
-    closing<decltype(libusb_close)>("libusb_close")(handle);
+    closing<decltype(libusb_close)>("libusb_close")(dev_handle);
 }

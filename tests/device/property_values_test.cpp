@@ -234,7 +234,7 @@ TEST_F(PropertyTable, DecidesAboutOpeningByTheCurrentBrightnessAlone)
 
 TEST_F(PropertyTable, ReadsCurrentValuesThroughTheInterface)
 {
-    struct Answering99 : USBDevice
+    struct Answering99 final : USBDevice
     {
         static bool answer(long *out)
         {
