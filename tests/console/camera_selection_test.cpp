@@ -21,8 +21,6 @@
 namespace {
 
 using Names = std::vector<std::string>;
-using virtual_camera::Control;
-using virtual_camera::DeviceDescription;
 
 /// The sheets of the five buttons with one of them green; 0 for none.
 QStringList marked(int number)
@@ -33,56 +31,37 @@ QStringList marked(int number)
     return sheets;
 }
 
-/// What is written to the debug stream while this lives.
-class DebugLines
+/// What is written to the debug stream during `action`.
+QStringList debugLines(const std::function<void()> &action)
 {
-public:
-    DebugLines() : previous(qInstallMessageHandler(collect)) { lines().clear(); }
-    ~DebugLines() { qInstallMessageHandler(previous); }
-    DebugLines(const DebugLines &) = delete;
-    DebugLines &operator=(const DebugLines &) = delete;
-    static QStringList &lines()
-    {
-        static QStringList collected;
-        return collected;
-    }
-
-private:
-    static void collect(QtMsgType type, const QMessageLogContext & /*context*/, const QString &text)
-    {
-        lines() += type == QtDebugMsg ? text : "not debug: " + text;
-    }
-    QtMessageHandler previous;
-};
+    static QStringList lines;
+    lines.clear();
+    const auto previous =
+        qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &, const QString &text) {
+            lines += type == QtDebugMsg ? text : "not debug: " + text;
+        });
+    action();
+    qInstallMessageHandler(previous);
+    return lines;
+}
 
 class CameraSelection : public PanelTest, public QObject
 {
 protected:
     ~CameraSelection() override { uvc_call_recorder::failOnDemand(""); }
 
-    QPushButton *button(int number)
-    {
-        return window->findChild<QPushButton *>("btn_cam" + QString::number(number));
-    }
     QStringList faces()
     {
         QStringList all;
         for (int number = 1; number <= 5; ++number)
-            all += style(button(number));
+            all += style(cameraButton(number));
         return all;
     }
     void repaintRed()
     {
         for (int number = 1; number <= 5; ++number)
-            button(number)->setStyleSheet(red);
+            cameraButton(number)->setStyleSheet(red);
     }
-    /// Clicks a camera button; earlier calls are forgotten.
-    void choose(int number)
-    {
-        uvc_call_recorder::clear();
-        click(button(number));
-    }
-
     /// Notes the faces whenever an empty-position notice is shown. Installed on the application.
     bool eventFilter(QObject *watched, QEvent *event) override
     {
@@ -100,6 +79,18 @@ protected:
     const QStringList allRed = { red, red, red, red, red };
     std::vector<QStringList> facesAtNotices;
 };
+
+/// The enumeration, and two loads of the first camera.
+Names namesOfThePoll(int cameras)
+{
+    Names load = { "uvc_open" };
+    for (const std::string &read : allReads()) // "GET_MIN gamma"
+        load.push_back("uvc_get_" + read.substr(8));
+    Names names = { "uvc_init", "uvc_get_device_list" };
+    for (int camera = 0; camera < cameras; ++camera)
+        names = names + Names{ "uvc_get_device_descriptor", "uvc_free_device_descriptor" };
+    return names + Names{ "uvc_free_device_list", "uvc_exit" } + load + Names{ "uvc_close" } + load;
+}
 
 class CameraCount : public CameraSelection, public testing::WithParamInterface<int>
 { };
@@ -122,6 +113,7 @@ TEST_P(CameraCount, PollCountsTheCamerasAndOpensTheFirstTwice)
             return Seen{ usb_mode, faces(), style(form().btn_mute), notice->isVisible() };
         });
 
+    EXPECT_EQ(uvc_call_recorder::names(), namesOfThePoll(cameras));
     EXPECT_EQ(opensAndCloses(), (Names{ "open 0", "close", "open 0" }));
     std::vector<Seen> expected(32, { 0, allRed, red, true });
     expected.resize(64, { 0, marked(1), red, true });
@@ -164,7 +156,8 @@ TEST_P(CameraCount, EachButtonOpensItsCameraOrSaysThatThereIsNoneInAnyMode)
                 EXPECT_EQ(seen, std::vector(32, allRed));
                 EXPECT_EQ(facesAtNotices, std::vector<QStringList>());
             } else {
-                EXPECT_EQ(uvc_call_recorder::names(), Names()) << "the open camera stays open";
+                EXPECT_EQ(uvc_call_recorder::names(), Names());
+                EXPECT_TRUE(isHeld(cameras)) << "the one chosen before";
                 EXPECT_EQ(facesAtNotices, std::vector{ allRed });
             }
             EXPECT_EQ(usb_mode, mode);
@@ -197,10 +190,7 @@ TEST_P(NoCamera, PollShowsTheNoticeAndLeavesEverythingBlack)
     maxcam = 3;
     const QPointer<NO_Device> atStart = noDeviceNotice();
     uvc_call_recorder::failOnDemand(GetParam().failure);
-    const DebugLines debug;
-    poll();
-
-    EXPECT_EQ(DebugLines::lines(), GetParam().debugLines);
+    EXPECT_EQ(debugLines([this] { poll(); }), GetParam().debugLines);
     EXPECT_EQ(usb_mode, 0);
     EXPECT_EQ(maxcam, 0);
     EXPECT_EQ(faces(), marked(0));
@@ -212,9 +202,7 @@ TEST_P(NoCamera, PollShowsTheNoticeAndLeavesEverythingBlack)
     EXPECT_FALSE(atStart->isVisible());
     EXPECT_TRUE(noDeviceNotice()->isVisible());
     EXPECT_FALSE(noDeviceNotice()->isModal());
-    EXPECT_EQ(noDeviceNotice()->parent(), nullptr);
     EXPECT_EQ(mainPosition(), QPoint(100, 50));
-    EXPECT_EQ(noDeviceNotice()->pos(), QPoint(263, 143));
 
     choose(3);
     EXPECT_EQ(faces(), marked(1)) << "even without any camera";
@@ -243,29 +231,6 @@ TEST_F(CameraSelection, PollDoesNothingWhileItsTimerStands)
     EXPECT_FALSE(Probe::timer(*window)->isActive());
 }
 
-TEST_F(CameraSelection, CameraPluggedInLaterIsNeverOffered)
-{
-    plugIn(2);
-    camera(2).unplug();
-    start(2);
-    camera(2).replug();
-    choose(2);
-    EXPECT_EQ(opensAndCloses(), Names());
-    EXPECT_EQ(maxcam, 1);
-    EXPECT_NE(emptyPositionNotice(), nullptr);
-}
-
-TEST_F(CameraSelection, OtherMakesAreNotCountedButTakeAPosition)
-{
-    plugIn({ DeviceDescription::ptzCamera(), DeviceDescription::otherCamera(),
-        DeviceDescription::storage(), DeviceDescription::ptzCamera() });
-    start(0);
-    EXPECT_EQ(maxcam, 2);
-    choose(2);
-    EXPECT_EQ(opensAndCloses(), (Names{ "close", "open 1" }));
-    EXPECT_EQ(sent(), allReads(2)) << "the second camera of any make";
-}
-
 TEST_F(CameraSelection, NumberOfCamerasIsComparedUnsigned)
 {
     start(1);
@@ -274,17 +239,6 @@ TEST_F(CameraSelection, NumberOfCamerasIsComparedUnsigned)
     EXPECT_EQ(opensAndCloses(), Names{ "close" }) << "position 3 is not in the list";
     EXPECT_EQ(faces(), marked(4));
     EXPECT_EQ(emptyPositionNotice(), nullptr);
-}
-
-TEST_F(CameraSelection, OpenCameraStaysOpenWhenAMissingOneIsChosen)
-{
-    start(3);
-    choose(3);
-    choose(4);
-    forgetSent();
-    click(form().btn_home);
-    EXPECT_EQ(sent(), Requests{ "cam3: " + command(8) });
-    EXPECT_TRUE(becomesFree(1));
 }
 
 TEST_F(CameraSelection, SecondButtonAloneFirstMovesTheWhiteBalanceSliderToTheCurrentValue)
@@ -338,83 +292,6 @@ TEST_F(CameraSelection, NoticesStackUpAndAreDismissedOneByOne)
     window->warn_exit();
     for (std::size_t index = 0; index < notices.size(); ++index)
         EXPECT_EQ(notices[index]->isVisible(), index != 1 && index != 2) << index;
-}
-
-// Faults
-
-TEST_F(CameraSelection, BothOpensRefusedIsStillACameraThatNoRequestReaches)
-{
-    plugIn(1);
-    camera(1).refuseOpen(EACCES);
-    makeWindow();
-    uvc_call_recorder::clear();
-    poll();
-    EXPECT_EQ(opensAndCloses(), (Names{ "open 0 failed", "open 0 failed" }));
-    EXPECT_EQ(usb_mode, 1);
-    EXPECT_EQ(faces(), marked(1));
-    EXPECT_EQ(style(form().btn_mute), sheets::sign("no_mute"));
-    EXPECT_EQ(form().v_brightness->text(), "0");
-
-    uvc_call_recorder::clear();
-    useEveryControl();
-    EXPECT_EQ(uvc_call_recorder::names(), Names());
-
-    camera(1).refuseOpen(0);
-    choose(1);
-    EXPECT_EQ(opensAndCloses(), Names{ "open 0" });
-    EXPECT_EQ(sent(), allReads() + Requests{ "power_line_frequency 1" })
-        << "the anti-flicker choice is written back";
-}
-
-TEST_F(CameraSelection, CameraThatCannotBeOpenedIsMarkedAndTheOldOneIsClosed)
-{
-    start(2);
-    camera(2).refuseOpen(EACCES);
-    const QString brightness = form().v_brightness->text();
-    choose(2);
-    EXPECT_EQ(opensAndCloses(), (Names{ "close", "open 1 failed" }));
-    EXPECT_TRUE(becomesFree(1));
-    EXPECT_EQ(faces(), marked(2));
-    EXPECT_EQ(form().v_brightness->text(), brightness);
-    uvc_call_recorder::clear();
-    useEveryControl();
-    EXPECT_EQ(uvc_call_recorder::names(), Names());
-    choose(1);
-    EXPECT_EQ(opensAndCloses(), Names{ "open 0" }) << "nothing is open that could be closed";
-    forgetSent();
-}
-
-TEST_F(CameraSelection, UnreadableBrightnessRefusesTheSecondOpenOfTheStart)
-{
-    plugIn(1);
-    camera(1).stall(Control::Brightness, virtual_camera::RequestCode::GetCur);
-    makeWindow();
-    uvc_call_recorder::clear();
-    poll();
-    EXPECT_EQ(opensAndCloses(), (Names{ "open 0", "close" }));
-    EXPECT_EQ(usb_mode, 1);
-    EXPECT_EQ(faces(), marked(1));
-    forgetSent();
-    useEveryControl();
-    EXPECT_EQ(sent(), Requests()) << "no camera is open";
-    choose(1);
-    EXPECT_EQ(opensAndCloses(), Names()) << "refused until a read succeeds";
-}
-
-TEST_F(CameraSelection, UnpluggedCameraCanBeUsedAndChosenAgainAndAgain)
-{
-    start(2);
-    camera(1).unplug();
-    for (int round = 0; round < 3; ++round) {
-        useEveryControl();
-        choose(1);
-        EXPECT_EQ(faces(), marked(1));
-    }
-    EXPECT_EQ(sent(), Requests());
-    choose(2);
-    EXPECT_EQ(opensAndCloses(), Names{ "open 1" });
-    EXPECT_EQ(sent(), allReads(2) + Requests{ "cam2: power_line_frequency 1" });
-    EXPECT_EQ(faces(), marked(2));
 }
 
 } // namespace

@@ -51,8 +51,14 @@ protected:
         ASSERT_TRUE(form().Win_Right->isVisible());
     }
 
-    QSlider *slider(const ImageProperty &row) { return form().*row.slider; }
-    QLineEdit *box(const ImageProperty &row) { return form().*row.box; }
+    QSlider *slider(const ImageProperty &row)
+    {
+        return window->findChild<QSlider *>(QString("slider_") + row.widget);
+    }
+    QLineEdit *box(const ImageProperty &row)
+    {
+        return window->findChild<QLineEdit *>(QString("v_") + row.widget);
+    }
     QString shown(const ImageProperty &row) { return box(row)->text(); }
     QComboBox *flickerChoice() { return form().cb_fliker; }
 };

@@ -147,20 +147,11 @@ TEST_P(SettingsSlider, IsNotedAndShownBeforeTheCameraIsAskedEvenIfThatRefuses)
     camera(1).stall(row.control);
     const auto look = [this] { return noted(); };
     // The position, not the slider's value, which the toolkit sets by itself.
-    EXPECT_EQ(seenAtRequests([this] { (window.get()->*row.moved)(60); }, look),
-        std::vector{ noting(60) });
+    EXPECT_EQ(
+        seenAtRequests([this] { emit handle->sliderMoved(60); }, look), std::vector{ noting(60) });
     EXPECT_EQ(handle->value(), atStart);
-    EXPECT_EQ(seenAtRequests([this] { (window.get()->*row.pressed)(); }, look),
+    EXPECT_EQ(seenAtRequests([this] { emit handle->sliderPressed(); }, look),
         std::vector{ noting(atStart) });
-}
-
-TEST_P(SettingsSlider, ClickBesideTheHandleDoesNotMoveIt)
-{
-    for (const QPoint &place :
-        { slider_mouse::handleAt(handle, 85), QPoint(3, handle->height() / 2) })
-        QTest::mouseClick(handle, Qt::LeftButton, Qt::NoModifier, place);
-    EXPECT_EQ(handle->value(), atStart);
-    EXPECT_EQ(sent(), Requests());
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, SettingsSlider, testing::Range<std::size_t>(0, 7),
@@ -182,16 +173,6 @@ TEST_F(FlickerChoice, SendsTheChosenFrequencyInModeOneOnly)
         }
     }
     EXPECT_EQ(cur_fliker, 1) << "not updated";
-}
-
-TEST_F(FlickerChoice, IsMadeWithTheKeyboardToo)
-{
-    startOnRanges();
-    openPanel();
-    // Presses only: the box leaves the releases to the window, which sends stops.
-    QTest::keyPress(flickerChoice(), Qt::Key_Down);
-    QTest::keyPress(flickerChoice(), Qt::Key_Up);
-    EXPECT_EQ(sent(), (Requests{ "power_line_frequency 2", "power_line_frequency 1" }));
 }
 
 TEST_F(FlickerChoice, IsReadFromTheBoxToTheLetterAndNotFromTheSignal)

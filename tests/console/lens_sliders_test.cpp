@@ -90,14 +90,6 @@ TEST_P(LensSlider, DraggedByItsHandleSendsOneStartForEachChange)
     EXPECT_EQ(sent(), Requests(2, lens().stop));
 }
 
-TEST_P(LensSlider, ClickBesideItsHandleDoesNotMoveIt)
-{
-    for (const int y : { 4, slider->height() - 4 })
-        QTest::mouseClick(slider, Qt::LeftButton, Qt::NoModifier, { slider->width() / 2, y });
-    EXPECT_EQ(slider->value(), 45);
-    EXPECT_EQ(sent(), Requests());
-}
-
 INSTANTIATE_TEST_SUITE_P(Both, LensSlider, testing::ValuesIn(lenses),
     [](const auto &lens) { return std::string(lens.param.name); });
 

@@ -38,6 +38,9 @@ TEST_F(Window, MembersHaveTheirStartValuesAndStandInTheirOrder)
     plugIn(0);
     TopFlag = Top2Flag = right_flag = 5;
     makeWindow();
+    EXPECT_EQ(uvc_call_recorder::names(),
+        (Names{ "uvc_init", "uvc_get_device_list", "uvc_init", "uvc_get_device_list" }))
+        << "the device, and one that is thrown away";
     MainWindow &w = *window;
     EXPECT_EQ(Probe::dragPosition(w), QPoint(0, 0));
     EXPECT_TRUE(Probe::objectTable(w).isEmpty());

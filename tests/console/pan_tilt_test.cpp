@@ -189,30 +189,6 @@ TEST_F(PanTilt, FirstJoystickReportIsComparedWithUpLeftAtNoSpeed)
     EXPECT_EQ(sent(), directions[0].requests);
 }
 
-TEST_F(PanTilt, LevelsAreScaledAndOnlyTheLowByteOfASpeedArrives)
-{
-    start(1);
-    const struct
-    {
-        int place;
-        void (MainWindow::*report)(int);
-        int level;
-        std::string request;
-    } rows[] = {
-        { 3, &MainWindow::SpeedX, 7, "pantilt_relative -1 21 0 0" },
-        { 3, &MainWindow::SpeedX, 1, "pantilt_relative -1 3 0 0" },
-        { 5, &MainWindow::SpeedX, 100, "pantilt_relative 1 44 0 0" },
-        { 7, &MainWindow::SpeedY, 7, "pantilt_relative 0 0 -1 14" },
-        { 7, &MainWindow::SpeedY, 1, "pantilt_relative 0 0 -1 2" },
-    };
-    for (const auto &row : rows) {
-        window->MovePlace(row.place);
-        forgetSent();
-        (window.get()->*row.report)(row.level);
-        EXPECT_EQ(sent(), Requests{ row.request });
-    }
-}
-
 TEST_F(PanTilt, JoystickReportsSurviveAChangeOfCamera)
 {
     start(2);
@@ -249,7 +225,6 @@ TEST_F(PanTilt, JoystickDrivesTheCameraUntilItIsReleased)
             && Probe::place(*window) == 2;
     }));
     const Requests moving = sent();
-    ASSERT_GE(moving.size(), 2U);
     EXPECT_EQ(Requests(moving.end() - 2, moving.end()),
         (Requests{ "pantilt_relative 1 15 0 0", "pantilt_relative 0 0 1 10" }));
 

@@ -200,11 +200,31 @@ void PanelTest::useEveryControl()
              form().btn_num2, form().btn_clear, form().btn_num3, form().btn_default })
         click(button);
     for (const ImageProperty &row : imageProperties()) {
-        (window.get()->*row.pressed)();
-        (window.get()->*row.moved)(3);
+        auto *const slider = window->findChild<QSlider *>(QString("slider_") + row.widget);
+        emit slider->sliderPressed();
+        emit slider->sliderMoved(3);
     }
     for (const int choice : { 0, 1, 2 })
         form().cb_fliker->setCurrentIndex(choice);
+}
+
+QPushButton *PanelTest::cameraButton(int number)
+{
+    return window->findChild<QPushButton *>("btn_cam" + QString::number(number));
+}
+
+void PanelTest::choose(int number)
+{
+    uvc_call_recorder::clear();
+    click(cameraButton(number));
+}
+
+int PanelTest::markedCamera()
+{
+    int number = 5;
+    while (number > 0 && !style(cameraButton(number)).contains("green"))
+        --number;
+    return number;
 }
 
 bool PanelTest::isHeld(int cameraNumber) { return openFiles(bus->log().all(), cameraNumber) > 0; }

@@ -93,6 +93,12 @@ protected:
     /// Uses each control that sends something to the open camera, and no camera button.
     void useEveryControl();
 
+    QPushButton *cameraButton(int number);
+    /// Clicks a camera button; the recorder forgets earlier calls.
+    void choose(int number);
+    /// Which camera button is green; 0 for none.
+    int markedCamera();
+
     Ui::MainWindow &form() { return Probe::form(*window); }
     QString style(const QWidget *widget) const { return widget->styleSheet(); }
 

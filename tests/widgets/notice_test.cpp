@@ -235,24 +235,6 @@ TEST_P(Notice, OtherButtonsDoNotDragIt)
     }
 }
 
-TEST_P(Notice, DragThatStartsOnAButtonDoesNotMoveIt)
-{
-    show(notice.get());
-    QWindow *const window = notice->windowHandle();
-    const auto drag = [window](const QPoint &start) {
-        const QPoint end = start - QPoint(60, 90);
-        QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, start);
-        QTest::mouseMove(window, end);
-        QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, end);
-    };
-    for (const Button &row : kind.buttons) {
-        drag(row.geometry.center());
-        EXPECT_EQ(notice->pos(), QPoint(300, 200)) << row.name;
-    }
-    drag({ 160, 130 }); // beside the buttons
-    EXPECT_NE(notice->pos(), QPoint(300, 200));
-}
-
 TEST_P(Notice, LeavesMouseEventsAsAcceptedAsTheyCame)
 {
     for (const auto type :
