@@ -5,13 +5,14 @@
 // through its socket, and how the bytes of the lines come in.
 //
 // An input is: a byte, then lines. They are taken for control commands, for the words of a command
-// line and, from byte 0x80 on, for what comes in at a socket, the more at a time the higher the
-// byte. System calls are slow; so most lines go the short way.
+// line, for a script and, from byte 0x80 on, for what comes in at a socket, the more at a time the
+// higher the byte. System calls are slow; so most lines go the short way.
 #include "tests/fuzz/expect.h"
 #include "tests/fuzz/input.h"
 #include "tests/fuzz/socket_client.h"
 #include "virtual_camera/command/command_line.h"
 #include "virtual_camera/command/control_command.h"
+#include "virtual_camera/command/script.h"
 
 namespace {
 
@@ -38,7 +39,8 @@ void checkCommand(const ControlCommand &command)
 {
     using Verb = ControlCommand::Verb;
     const bool general = command.verb == Verb::Help || command.verb == Verb::List
-        || command.verb == Verb::Describe || command.verb == Verb::Watch;
+        || command.verb == Verb::Describe || command.verb == Verb::Watch
+        || command.verb == Verb::Log || command.verb == Verb::Environment;
     expect(command.device >= 0 && (!general || command.device == 0)
             && (general || command.verb == Verb::State || command.device > 0),
         "a command is for a device or for none");
@@ -94,13 +96,28 @@ void checkWords(const std::vector<std::string> &words)
         return checkProblem(*problem);
     const auto &line = std::get<CommandLine>(parsed);
     const bool runs = line.mode == CommandLine::Mode::Run;
-    if (runs || line.mode == CommandLine::Mode::Tell)
+    if (runs || line.mode == CommandLine::Mode::Tell || line.mode == CommandLine::Mode::Join)
         expect(!line.command.empty(), "there is something to run or to tell");
     if (runs)
         expect(!line.devices.empty() && line.devices.size() <= mostDevices,
             "as many devices are plugged in as there are sockets");
     for (const std::string &command : line.atStart)
         expect(parseControlCommand(command).index() == 0, "what is done at the start can be done");
+}
+
+void checkScript(std::string_view text)
+{
+    const auto parsed = parseScript(text);
+    if (const auto *problem = std::get_if<std::string>(&parsed))
+        return checkProblem(*problem);
+    std::chrono::milliseconds before{ 0 };
+    int line = 0;
+    for (const ScriptStep &step : std::get<Script>(parsed)) {
+        expect(step.time >= before && step.line > line, "a script goes forward");
+        before = step.time;
+        line = step.line;
+        checkCommand(step.command);
+    }
 }
 
 } // namespace
@@ -119,5 +136,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
         checkLine(words.back());
     }
     checkWords(words);
+    checkScript({ reinterpret_cast<const char *>(bytes), size });
     return 0;
 }

@@ -7,6 +7,7 @@ import os
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 
 VIRTUAL_CAMERA, UVC_CLIENT = sys.argv[1:3]
@@ -27,6 +28,12 @@ class Case(unittest.TestCase):
 
     def path(self, name):
         return os.path.join(self.folder, name)
+
+    def wait_until(self, condition):
+        end = time.monotonic() + PATIENCE
+        while not condition():
+            self.assertLess(time.monotonic(), end, "waited in vain")
+            time.sleep(0.01)
 
     def expect_complaint(self, result, code, words):
         """One line on standard error, nothing else."""

@@ -13,6 +13,15 @@ import subprocess
 
 from command_case import PATIENCE, UVC_CLIENT, VIRTUAL_CAMERA, Case, RunningCase, main, run
 
+def runs(process):
+    """Whether there is such a process, and it is no zombie."""
+    try:
+        with open(f"/proc/{process}/stat", encoding="ascii") as file:
+            return file.read().rsplit(")", 1)[1].split()[0] != "Z"
+    except FileNotFoundError:
+        return False
+
+
 class TheCommand(Case):
     def test_shows_cameras_to_lsusb(self):
         result = run("--cameras", "3", "--", "lsusb", "-v")
@@ -75,6 +84,28 @@ class TheCommand(Case):
                 process.send_signal(number)
                 self.assertEqual(process.wait(PATIENCE), 128 + number)
 
+    def test_keeps_what_is_no_option_of_its_own(self):
+        for arguments, expected in (
+            (["echo", "--", "-v", "--log", "x"], "-- -v --log x\n"),
+            (["--", "echo", "--cameras", "2"], "--cameras 2\n"),
+            (["--cameras=2", "--", "echo", "--", "x"], "-- x\n"),
+        ):
+            self.assertEqual(run(*arguments).stdout, expected)
+
+    def test_leaves_nothing_behind_when_it_is_killed(self):
+        with subprocess.Popen(
+            [VIRTUAL_CAMERA, "--", "sh", "-c", 'echo $$ "$UMOCKDEV_DIR"; exec sleep 60'],
+            stdout=subprocess.PIPE, text=True,
+        ) as process:
+            child, folder = process.stdout.readline().split()
+            self.assertTrue(os.path.exists(folder))
+            process.kill()
+            process.wait(PATIENCE)
+            # The end of the last process that could write to the pipe.
+            self.assertEqual(process.stdout.read(), "")
+        self.wait_until(lambda: not os.path.exists(folder))
+        self.wait_until(lambda: not runs(child))
+
     def test_leaves_nothing_behind(self):
         result = run("--", "sh", "-c", 'echo "$UMOCKDEV_DIR"')
         folder = result.stdout.strip()
@@ -86,7 +117,7 @@ class TheCommand(Case):
         self.assertEqual(result.returncode, 0)
         self.assertEqual(result.stderr, "")
         for word in ("--cameras", "--devices", "--option", "--log", "--control", "--at-start",
-                     "--tell", "unplug N", "refuse-open", "pantilt_relative", "Exit codes"):
+                     "--log-json", "--script", "--join", "--tell", "unplug N", "refuse-open", "pantilt_relative", "Exit codes"):
             self.assertIn(word, result.stdout)
         self.assertLessEqual(max(map(len, result.stdout.splitlines())), 100)
         self.assertRegex(run("--version").stdout, r"^virtual-camera \d+\.\d+\.\d+\n$")
@@ -95,11 +126,11 @@ class TheCommand(Case):
 class BadInput(Case):
     def test_is_met_with_one_line(self):
         for arguments, words in (
-            (["--foo"], "unknown option '--foo'"),
+            (["--foo"], "Unknown option --foo"),
             (["--cameras", "0", "--", "true"], "1 to 32"),
             (["--cameras", "200", "--", "true"], "1 to 32"),
             (["--cameras", "many", "--", "true"], "'many'"),
-            (["--cameras"], "needs a value"),
+            (["--cameras"], "Missing argument for --cameras"),
             ([], "no command"),
             (["--", ], "no command"),
             (["--devices", "toaster", "--", "true"], "'toaster'"),
@@ -107,6 +138,10 @@ class BadInput(Case):
             (["--option", "9.product=x", "--", "true"], "no device '9'"),
             (["--at-start", "explode 1", "--", "true"], "'explode'"),
             (["--tell", "/nowhere"], "--tell expects"),
+            (["--tell"], "Missing argument for --tell"),
+            (["--join", "/nowhere"], "no command"),
+            (["--join", "/nowhere", "--cameras", "2", "--", "true"], "no other option"),
+            (["--log", "", "--", "true"], "file name"),
         ):
             with self.subTest(arguments=arguments):
                 self.expect_complaint(run(*arguments), 2, words)
@@ -119,6 +154,7 @@ class BadInput(Case):
     def test_names_the_file_that_cannot_be_written(self):
         self.expect_complaint(run("--log", "/nonexistent/log", "--", "true"), 1, "/nonexistent/log")
         self.expect_complaint(run("--control", "/nonexistent/s", "--", "true"), 1, "/nonexistent/s")
+        self.expect_complaint(run("--script", "/nonexistent/f", "--", "true"), 1, "/nonexistent/f")
         self.expect_complaint(run("--control", self.path("x" * 200), "--", "true"), 1, "too long")
         with open(self.path("file"), "w", encoding="ascii"):
             pass
@@ -145,37 +181,6 @@ class BadInput(Case):
 
     def test_says_when_nobody_listens(self):
         self.expect_complaint(run("--tell", self.path("nobody"), "list"), 1, "nobody")
-
-
-class TheLog(Case):
-    def test_has_a_line_for_each_request(self):
-        log = self.path("log")
-        run("--log", log, "--option", "brightness=-64:64:0:10", "--", UVC_CLIENT)
-        with open(log, encoding="ascii") as file:
-            lines = file.read().splitlines()
-        for line in lines:
-            self.assertRegex(line, r"^\d+\.\d{6} cam1 \S")
-        times = [float(line.split()[0]) for line in lines]
-        self.assertEqual(times, sorted(times))
-        texts = [line.split(" ", 1)[1] for line in lines]
-        for expected in (
-            "cam1 GET_MIN brightness value=-64 [c0 ff] ok",
-            "cam1 SET_CUR pantilt_relative pan=+1 pan_speed=24 tilt=0 tilt_speed=0 [01 18 00 00] ok",
-            "cam1 SET_CUR zoom_relative zoom=0 digital=1 speed=5 [00 01 05] ok",
-            "cam1 SET_CUR focus_relative focus=-1 speed=3 [ff 03] ok",
-            "cam1 SET_CUR roll_absolute value=23 (store preset 3) [17 00] ok",
-            "cam1 SET_CUR roll_absolute value=8 (home position) [08 00] ok",
-            "cam1 SET_CUR gamma value=501 [f5 01] stall",
-        ):
-            self.assertEqual(texts.count(expected), 1, expected)
-        opened = [text for text in texts if " OPEN " in text]
-        closed = [text for text in texts if " CLOSE " in text]
-        self.assertEqual(sorted(text.replace("CLOSE", "OPEN") for text in closed), sorted(opened))
-        self.assertTrue(opened)
-
-    def test_goes_to_standard_output(self):
-        result = run("--log", "-", "--", UVC_CLIENT)
-        self.assertIn(" cam1 SET_CUR roll_absolute value=8 (home position) [08 00] ok\n", result.stdout)
 
 
 class WhileItRuns(RunningCase):
@@ -270,6 +275,81 @@ class WhileItRuns(RunningCase):
         self.start(command=("true",))
         self.process.wait(PATIENCE)
         self.assertFalse(os.path.exists(self.socket))
+
+
+class OnARunningBus(RunningCase):
+    def join(self, *command, **options):
+        return run("--join", self.socket, "--", *command, **options)
+
+    def test_a_second_program_sees_the_same_cameras(self):
+        self.start("--cameras", "2", "--option", "2.product=Second", command=(UVC_CLIENT, "turn"))
+        self.assertEqual(self.process.stdout.readline(), "turning\n")
+        self.assertIn("Second", self.join("lsusb").stdout)
+        self.tell("refuse-open 2 EACCES")
+        result = self.join(UVC_CLIENT)
+        self.assertIn("  open: -3\n", result.stdout)
+        self.tell("unplug 2")
+        self.assertNotIn("Second", self.join("lsusb").stdout)
+        self.assertEqual(self.join("lsusb").stderr, "")
+
+    def test_the_second_program_is_like_any_other(self):
+        self.start()
+        self.assertEqual(self.join("sh", "-c", "exit 7").returncode, 7)
+        self.assertEqual(self.join("cat", input="typed").stdout, "typed")
+        environment = {**os.environ, "LD_PRELOAD": "libm.so.6", "MINE": "kept"}
+        result = self.join("sh", "-c", "echo $MINE $LD_PRELOAD", env=environment)
+        self.assertRegex(result.stdout, r"^kept \S+/virtual_camera_open.so:libumockdev-preload.so.0:libm.so.6$")
+        self.expect_complaint(self.join("no-such-command"), 127, "no-such-command")
+        self.expect_complaint(self.join(self.folder), 126, "Permission denied")
+
+    def test_there_must_be_one(self):
+        self.expect_complaint(run("--join", self.path("nobody"), "--", "true"), 1, "nobody")
+
+
+class Scripts(Case):
+    def play(self, text, *command):
+        with open(self.path("script"), "w", encoding="utf-8") as file:
+            file.write(text)
+        return run("--script", self.path("script"), "--log", self.path("log"), "--", *command)
+
+    def events(self):
+        """Time and name of what the log says."""
+        with open(self.path("log"), encoding="ascii") as file:
+            return [(float(line.split()[0]), line.split()[2]) for line in file if line[0] != "#"]
+
+    def test_are_carried_out_in_time(self):
+        result = self.play("# a comment\n0.2 unplug 1 # another\n\n+0.25 replug 1\n0.75 unplug 1\n",
+                           "sleep", "1")
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        events = self.events()
+        self.assertEqual([name for _, name in events], ["UNPLUG", "REPLUG", "UNPLUG"])
+        times = [time for time, _ in events]
+        self.assertGreaterEqual(times[0], 0.2)
+        for before, after in zip(times, times[1:]):
+            # The machine may be busy, but steps are never early.
+            self.assertGreater(after - before, 0.1)
+
+    def test_end_with_the_command(self):
+        result = self.play("0 unplug 1\n60 replug 1\n", "sleep", "0.3")
+        self.assertEqual(result.returncode, 0)
+        self.assertEqual([name for _, name in self.events()], ["UNPLUG"])
+
+    def test_say_what_failed(self):
+        result = self.play("0 unplug 1\n0 unplug 1\n", "sleep", "0.3")
+        self.expect_complaint(result, 1, "script:2: device is unplugged already")
+        result = self.play("0 unplug 7\n", "sh", "-c", "sleep 0.3; exit 9")
+        self.expect_complaint(result, 9, "script:1: there is no device 7")
+
+    def test_are_read_before_anything_starts(self):
+        for text, words in (
+            ("unplug 1\n", "script:1: 'unplug' is not a time"),
+            ("1 unplug 1\n0.5 replug 1\n", "script:2: 0.5 is earlier"),
+            ("1\n", "script:1: no command"),
+            ("\n\n1 dance\n", "script:3: no command is called 'dance'"),
+            ("-1 unplug 1\n", "'-1'"), ("nan unplug 1\n", "'nan'"), ("1e3 unplug 1\n", "'1e3'"),
+        ):
+            with self.subTest(text=text):
+                self.expect_complaint(self.play(text, "echo", "started"), 1, words)
 
 
 class Descriptions(Case):

@@ -177,8 +177,9 @@ TEST(ControlCommands, SayWhatIsWrong)
 
 TEST(ControlCommands, AreAllExplained)
 {
-    for (const char *word : { "help", "list", "state", "unplug", "replug", "stall", "unstall",
-             "short", "full", "delay", "refuse-open", "busy", "range", "clear" })
+    for (const char *word :
+        { "help", "list", "describe", "state", "watch", "log", "unplug", "replug", "stall",
+            "unstall", "short", "full", "delay", "refuse-open", "busy", "range", "clear" })
         EXPECT_THAT(controlCommandHelp(), HasSubstr(std::string("  ") + word)) << word;
 }
 
@@ -224,12 +225,12 @@ TEST(CommandLineText, DescribesDevices)
 
 TEST(CommandLineText, SaysWhatIsWrong)
 {
-    EXPECT_THAT(problemWith({ "--foo" }), HasSubstr("unknown option '--foo'"));
-    EXPECT_THAT(problemWith({ "-x=1" }), HasSubstr("unknown option '-x'"));
+    EXPECT_THAT(problemWith({ "--foo" }), HasSubstr("Unknown option --foo"));
+    EXPECT_THAT(problemWith({ "-x=1" }), HasSubstr("Unknown option -x"));
     EXPECT_THAT(problemWith({ "--cameras", "0", "true" }), HasSubstr("1 to 32"));
     EXPECT_THAT(problemWith({ "--cameras", "200", "true" }), HasSubstr("1 to 32"));
     EXPECT_THAT(problemWith({ "--cameras", "two", "true" }), HasSubstr("'two'"));
-    EXPECT_THAT(problemWith({ "--cameras" }), HasSubstr("needs a value"));
+    EXPECT_THAT(problemWith({ "--cameras" }), HasSubstr("Missing argument for --cameras"));
     EXPECT_THAT(
         problemWith({ "--cameras", "1", "--devices", "camera", "true" }), HasSubstr("both"));
     EXPECT_THAT(problemWith({}), HasSubstr("no command"));
@@ -240,7 +241,7 @@ TEST(CommandLineText, SaysWhatIsWrong)
     EXPECT_THAT(problemWith({ "--devices", "storage", "--option", "1.product=x", "true" }),
         HasSubstr("no camera"));
     EXPECT_THAT(problemWith({ "--at-start", "dance", "true" }), HasSubstr("dance"));
-    EXPECT_THAT(problemWith({ "--log", "", "true" }), HasSubstr("--log"));
+    EXPECT_THAT(problemWith({ "--log", "", "true" }), HasSubstr("a log needs"));
     EXPECT_THAT(problemWith({ "--tell", "/s" }), HasSubstr("--tell"));
 }
 

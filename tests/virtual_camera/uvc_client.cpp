@@ -7,6 +7,7 @@
 //   uvc_client               lists the cameras, drives each and reads back what it has set
 //   uvc_client turn          pans the first camera to the right until a line comes in;
 //                            ends with the next one
+//   uvc_client read COUNT    reads the brightness of the first camera so many times
 //   uvc_client hold SECONDS  opens the first camera and reads its brightness until that fails
 
 #include <cstdint>
@@ -151,6 +152,19 @@ int listAndDrive(uvc_device_t **devices)
     return failures != 0;
 }
 
+int readBrightness(uvc_device_t *device, int count)
+{
+    uvc_device_handle_t *camera = nullptr;
+    if (device == nullptr || uvc_open(device, &camera) != UVC_SUCCESS)
+        return 1;
+    for (std::int16_t value = 0; count > 0; --count) {
+        if (uvc_get_brightness(camera, &value, UVC_GET_CUR) != UVC_SUCCESS)
+            return 1;
+    }
+    uvc_close(camera);
+    return 0;
+}
+
 void awaitLine()
 {
     for (int letter = 0; letter != '\n' && letter != EOF;)
@@ -206,6 +220,8 @@ int main(int count, char **arguments)
     if (uvc_init(&context, nullptr) != UVC_SUCCESS
         || uvc_get_device_list(context, &devices) != UVC_SUCCESS)
         return 1;
+    if (count == 3 && strcmp(arguments[1], "read") == 0)
+        return readBrightness(devices[0], atoi(arguments[2]));
     if (count == 3 && strcmp(arguments[1], "hold") == 0)
         return hold(devices[0], atoi(arguments[2]));
     if (count == 2 && strcmp(arguments[1], "turn") == 0)

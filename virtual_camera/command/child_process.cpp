@@ -10,8 +10,6 @@
 
 namespace virtual_camera {
 
-namespace {
-
 std::vector<char *> pointersTo(std::vector<std::string> &texts)
 {
     std::vector<char *> pointers;
@@ -20,6 +18,8 @@ std::vector<char *> pointersTo(std::vector<std::string> &texts)
     pointers.push_back(nullptr);
     return pointers;
 }
+
+namespace {
 
 // In the new process: the signals as a program expects them, whatever this one has blocked or
 // ignores.

@@ -6,6 +6,8 @@
 #include "virtual_camera/command/control_command.h"
 
 #include <array>
+#include <glib.h>
+#include <memory>
 
 namespace virtual_camera {
 
@@ -13,6 +15,9 @@ namespace {
 
 using Problem = std::optional<std::string>;
 using Mode = CommandLine::Mode;
+using LogKind = CommandLine::LogKind;
+
+constexpr char onlyOnce[] = "--cameras and --devices can be given only once, and not both";
 
 // What has been read so far. Options for devices can only be carried out when all devices
 // are known.
@@ -21,6 +26,7 @@ struct Draft
     CommandLine line;
     std::vector<std::string> options;
     bool devicesGiven = false;
+    int given = 0; // options of any kind
 };
 
 std::string quoted(std::string_view text) { return "'" + std::string(text) + "'"; }
@@ -33,7 +39,7 @@ Problem readCameras(Draft &draft, const std::string &value)
     if (*count < 1 || *count > mostDevices)
         return "--cameras can be from 1 to " + std::to_string(mostDevices) + ", not " + value;
     if (draft.devicesGiven)
-        return "--cameras and --devices can be given only once, and not both";
+        return onlyOnce;
     draft.devicesGiven = true;
     draft.line.devices = DeviceDescription::ptzCameras(static_cast<int>(*count));
     return std::nullopt;
@@ -42,7 +48,7 @@ Problem readCameras(Draft &draft, const std::string &value)
 Problem readDevices(Draft &draft, const std::string &value)
 {
     if (draft.devicesGiven)
-        return "--cameras and --devices can be given only once, and not both";
+        return onlyOnce;
     draft.devicesGiven = true;
     const std::vector<std::string_view> kinds = split(value, ',');
     if (kinds.size() > mostDevices)
@@ -65,19 +71,26 @@ Problem readOption(Draft &draft, const std::string &value)
     return std::nullopt;
 }
 
-Problem readLog(Draft &draft, const std::string &value)
+template<CommandLine::LogKind kind> Problem readLog(Draft &draft, const std::string &value)
 {
     if (value.empty())
-        return "--log expects a file name or -";
-    draft.line.log = value;
+        return "a log needs a file name or -";
+    draft.line.logs.push_back({ kind, value });
     return std::nullopt;
 }
 
-Problem readSocket(Draft &draft, const std::string &value)
+template<Mode mode> Problem readSocket(Draft &draft, const std::string &value)
 {
     if (value.empty())
-        return "--control expects a file name";
+        return "expected the file name of a socket, not nothing";
+    draft.line.mode = mode;
     draft.line.socket = value;
+    return std::nullopt;
+}
+
+Problem readScript(Draft &draft, const std::string &value)
+{
+    draft.line.script = value;
     return std::nullopt;
 }
 
@@ -90,15 +103,95 @@ Problem readAtStart(Draft &draft, const std::string &value)
     return std::nullopt;
 }
 
+template<Mode mode> Problem readMode(Draft &draft, const std::string &)
+{
+    draft.line.mode = mode;
+    return std::nullopt;
+}
+
 struct Option
 {
-    std::string_view name;
+    const char *name;
+    char letter;
     Problem (*read)(Draft &, const std::string &);
+    const char *value; // null for one that takes none
+    const char *help;
 };
 
-constexpr std::array<Option, 6> options{ { { "--cameras", readCameras },
-    { "--devices", readDevices }, { "--option", readOption }, { "--log", readLog },
-    { "--control", readSocket }, { "--at-start", readAtStart } } };
+// clang-format off
+constexpr std::array<Option, 12> options{{
+    {"cameras", 0, readCameras, "N", "plug in N cameras, 1 to 32 (default 1)"},
+    {"devices", 0, readDevices, "LIST", "plug in these, separated by commas, in this order"},
+    {"option", 0, readOption, "[N.]KEY=VALUE", "describe device N, or all cameras; repeatable"},
+    {"log", 0, readLog<LogKind::Text>, "FILE", "write each request as it is answered; - is standard output"},
+    {"log-json", 0, readLog<LogKind::Json>, "FILE", "the same in lines of JSON"},
+    {"control", 0, readSocket<Mode::Run>, "SOCKET", "take control commands at this Unix socket"},
+    {"at-start", 0, readAtStart, "COMMAND", "a control command before COMMAND starts; repeatable"},
+    {"script", 0, readScript, "FILE", "control commands at their times, see below"},
+    {"join", 0, readSocket<Mode::Join>, "SOCKET", "run COMMAND on the bus that has this socket"},
+    {"tell", 0, readSocket<Mode::Tell>, "SOCKET", "send a control command there, print the answer"},
+    {"help", 'h', readMode<Mode::Help>, nullptr, "show this help"},
+    {"version", 0, readMode<Mode::Version>, nullptr, "show the version"},
+}};
+// clang-format on
+
+gboolean onOption(const char *name, const char *value, void *data, GError **error)
+{
+    auto &draft = *static_cast<Draft *>(data);
+    ++draft.given;
+    for (const Option &option : options) {
+        if (std::string("--") + option.name != name && std::string("-") + option.letter != name)
+            continue;
+        const Problem problem = option.read(draft, value == nullptr ? "" : value);
+        if (problem)
+            g_set_error(error, G_OPTION_ERROR, G_OPTION_ERROR_BAD_VALUE, "%s", problem->c_str());
+        return problem ? FALSE : TRUE;
+    }
+    return FALSE;
+}
+
+using Context = std::unique_ptr<GOptionContext, void (*)(GOptionContext *)>;
+
+// Options end where the command begins. Values are taken as the bytes that they are.
+Context newContext(Draft &draft)
+{
+    Context context(g_option_context_new("[--] COMMAND [ARGUMENTS]"), g_option_context_free);
+    g_option_context_set_strict_posix(context.get(), TRUE);
+    g_option_context_set_help_enabled(context.get(), FALSE);
+    std::vector<GOptionEntry> entries;
+    for (const Option &option : options) {
+        const int flags =
+            G_OPTION_FLAG_FILENAME | (option.value == nullptr ? G_OPTION_FLAG_NO_ARG : 0);
+        entries.push_back({ option.name, option.letter, flags, G_OPTION_ARG_CALLBACK,
+            reinterpret_cast<void *>(onOption), option.help, option.value });
+    }
+    entries.push_back({});
+    GOptionGroup *group = g_option_group_new("main", "", "", &draft, nullptr);
+    g_option_group_add_entries(group, entries.data());
+    g_option_context_set_main_group(context.get(), group);
+    return context;
+}
+
+// Takes the options away from the words.
+Problem readOptions(Draft &draft, std::vector<std::string> &words)
+{
+    const auto count = words.size() + 1;
+    char **list = g_new0(char *, count + 1);
+    list[0] = g_strdup("virtual-camera");
+    for (std::size_t i = 0; i < words.size(); ++i)
+        list[i + 1] = g_strdup(words[i].c_str());
+    GError *error = nullptr;
+    Problem problem;
+    if (!g_option_context_parse_strv(newContext(draft).get(), &list, &error)) {
+        problem = error->message;
+        g_error_free(error);
+    }
+    words.clear();
+    for (char **word = list + 1; *word != nullptr; ++word)
+        words.emplace_back(*word);
+    g_strfreev(list);
+    return problem;
+}
 
 // "2.product=Hall" is for device 2, "product=Hall" for every camera.
 Problem applyDeviceOption(std::vector<DeviceDescription> &devices, std::string_view text)
@@ -127,75 +220,25 @@ Problem applyDeviceOption(std::vector<DeviceDescription> &devices, std::string_v
     return std::nullopt;
 }
 
-const Option *findOption(std::string_view name)
-{
-    for (const Option &option : options) {
-        if (option.name == name)
-            return &option;
-    }
-    return nullptr;
-}
-
 Problem finish(Draft &draft)
 {
-    if (draft.line.command.empty())
-        return "no command given (virtual-camera [OPTIONS] -- COMMAND [ARGUMENTS])";
+    CommandLine &line = draft.line;
+    if (line.mode == Mode::Help || line.mode == Mode::Version)
+        return std::nullopt;
+    if (line.mode != Mode::Run && draft.given > 1)
+        return "--join and --tell go with no other option";
+    if (line.command.empty())
+        return line.mode == Mode::Tell
+            ? "--tell expects a control command (virtual-camera --tell SOCKET unplug 2)"
+            : "no command given (virtual-camera [OPTIONS] -- COMMAND [ARGUMENTS])";
     if (!draft.devicesGiven)
-        draft.line.devices = DeviceDescription::ptzCameras(1);
+        line.devices = DeviceDescription::ptzCameras(1);
     for (const std::string &option : draft.options) {
-        if (Problem problem = applyDeviceOption(draft.line.devices, option))
+        if (Problem problem = applyDeviceOption(line.devices, option))
             return problem;
     }
     return std::nullopt;
 }
-
-std::variant<CommandLine, std::string> readTell(const std::vector<std::string> &arguments)
-{
-    if (arguments.size() < 3)
-        return "--tell expects a socket and a command (virtual-camera --tell SOCKET unplug 2)";
-    CommandLine line;
-    line.mode = Mode::Tell;
-    line.socket = arguments[1];
-    line.command.assign(arguments.begin() + 2, arguments.end());
-    return line;
-}
-
-} // namespace
-
-std::variant<CommandLine, std::string> parseCommandLine(const std::vector<std::string> &arguments)
-{
-    if (!arguments.empty() && arguments[0] == "--tell")
-        return readTell(arguments);
-    Draft draft;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string &argument = arguments[i];
-        if (argument == "--help" || argument == "-h" || argument == "--version") {
-            draft.line.mode = argument == "--version" ? Mode::Version : Mode::Help;
-            return draft.line;
-        }
-        if (argument == "--" || argument.substr(0, 1) != "-") {
-            const auto first = arguments.begin() + static_cast<std::ptrdiff_t>(i);
-            draft.line.command.assign(argument == "--" ? first + 1 : first, arguments.end());
-            break;
-        }
-        const std::size_t equals = argument.find('=');
-        const std::string name = argument.substr(0, equals);
-        const Option *option = findOption(name);
-        if (option == nullptr)
-            return "unknown option " + quoted(name);
-        const bool attached = equals != std::string::npos;
-        if (!attached && ++i == arguments.size())
-            return name + " needs a value";
-        if (Problem problem =
-                option->read(draft, attached ? argument.substr(equals + 1) : arguments[i]))
-            return *problem;
-    }
-    if (Problem problem = finish(draft))
-        return *problem;
-    return draft.line;
-}
-
-namespace {
 
 std::string controlNames()
 {
@@ -215,35 +258,44 @@ std::string controlNames()
 
 } // namespace
 
+std::variant<CommandLine, std::string> parseCommandLine(const std::vector<std::string> &arguments)
+{
+    Draft draft;
+    draft.line.command = arguments;
+    if (Problem problem = readOptions(draft, draft.line.command))
+        return *problem;
+    std::vector<std::string> &command = draft.line.command;
+    if (!command.empty() && command[0] == "--")
+        command.erase(command.begin());
+    if (Problem problem = finish(draft))
+        return *problem;
+    return draft.line;
+}
+
 std::string helpText()
 {
-    return R"(Usage: virtual-camera [OPTIONS] [--] COMMAND [ARGUMENTS]
-       virtual-camera --tell SOCKET CONTROL-COMMAND
-
-Runs COMMAND on a USB bus of its own, into which simulated pan-tilt-zoom cameras are plugged. The
+    Draft draft;
+    const Context context = newContext(draft);
+    g_option_context_set_summary(context.get(),
+        R"(Runs COMMAND on a USB bus of its own, into which simulated pan-tilt-zoom cameras are plugged. The
 cameras answer as real ones do and move; COMMAND needs no change, and sees no other USB device.
-The exit code is that of COMMAND, or 128 + the signal that ended it.
+The exit code is that of COMMAND, or 128 + the signal that ended it.)");
+    const std::string description =
+        R"(Devices: camera, other-camera (another product id) and storage (no camera). Keys of --option:
+  product, manufacturer, serial   text; an empty one is left out
+  vendor-id, product-id           a number, or 0x...
+  pan, tilt, and controls         MIN:MAX:DEFAULT:CURRENT[:STEP]
+  without                         a control that the camera lacks, or all of camera_terminal or
+                                  processing_unit
 
-Options:
-  --cameras N           plug in N cameras, 1 to 32 (default 1)
-  --devices LIST        plug in these, in this order; a comma-separated list of
-                        camera, other-camera (another product id) and storage (no camera)
-  --option [N.]KEY=VALUE
-                        describe device N, or all cameras; may be repeated. Keys:
-                          product, manufacturer, serial   text; an empty one is left out
-                          vendor-id, product-id           a number, or 0x...
-                          pan, tilt, and controls         MIN:MAX:DEFAULT:CURRENT[:STEP]
-                          without                         a control that the camera lacks, or all of
-                                                          camera_terminal or processing_unit
-  --log FILE            write each request to FILE as it is answered; - is standard output
-  --control SOCKET      take control commands at this Unix socket while COMMAND runs
-  --at-start COMMAND    carry out a control command before COMMAND starts; may be repeated
-  --tell SOCKET ...     send a control command and print the answer; the exit code is 0 for ok
-  --help, --version
-
-Control commands (N counts the devices from 1):
+Control commands (N counts the devices from 1; with json before it a command is answered in JSON):
 )" + controlCommandHelp()
         + "\nControls:\n" + controlNames() + R"(
+A script has a control command on each line, after the seconds since COMMAND was started, or after
++ and the seconds since the line before; # starts a comment:
+  1.5   unplug 1
+  +0.5  replug 1
+
 The log has one line for each request: seconds, device, request, control, what its bytes mean, the
 bytes, and the outcome (ok, stall, short, gone, cancelled):
   0.512345 cam1 SET_CUR pantilt_relative pan=+1 pan_speed=21 tilt=0 tilt_speed=0 [01 15 00 00] ok
@@ -256,9 +308,15 @@ Examples:
   virtual-camera --option brightness=-64:64:0:10 --log - -- ptz-panel
   virtual-camera --control /tmp/camera.sock -- ptz-panel &
   virtual-camera --tell /tmp/camera.sock unplug 1
+  virtual-camera --join /tmp/camera.sock -- lsusb
 
 Exit codes of its own: 1 failure, 2 wrong usage, 126 COMMAND cannot be run, 127 no such COMMAND.
 )";
+    g_option_context_set_description(context.get(), description.c_str());
+    gchar *help = g_option_context_get_help(context.get(), TRUE, nullptr);
+    const std::string text = help;
+    g_free(help);
+    return text;
 }
 
 } // namespace virtual_camera

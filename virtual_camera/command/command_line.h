@@ -6,7 +6,6 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -14,25 +13,33 @@ namespace virtual_camera {
 
 constexpr int mostDevices = 32;
 
-// What the command was asked to do.
+/// What the command was asked to do.
 struct CommandLine
 {
     enum class Mode {
         Run,  // plug in the devices and start the command
+        Join, // start the command on a bus that is already running
         Tell, // send words to one that runs
         Help,
         Version
     };
+    enum class LogKind { Text, Json };
+    struct Log
+    {
+        LogKind kind;
+        std::string path; // or "-"
+    };
 
     Mode mode = Mode::Run;
     std::vector<DeviceDescription> devices;
-    std::optional<std::string> log; // a path, or "-"
+    std::vector<Log> logs;
     std::optional<std::string> socket;
+    std::optional<std::string> script;
     std::vector<std::string> atStart; // control commands to carry out before the command starts
     std::vector<std::string> command; // in Tell mode, the words to send
 };
 
-// Reads the arguments, without the program's name. The text says what is wrong with them.
+/// Reads the arguments, without the program's name. The text says what is wrong with them.
 std::variant<CommandLine, std::string> parseCommandLine(const std::vector<std::string> &arguments);
 
 std::string helpText();

@@ -136,12 +136,14 @@ struct Form
 };
 
 // clang-format off
-    constexpr std::array<Form, 16> forms{{
+    constexpr std::array<Form, 18> forms{{
         {"help", Verb::Help, false, 0, 0, readNothing, "help", "name the commands"},
         {"list", Verb::List, false, 0, 0, readNothing, "list", "name the devices"},
         {"describe", Verb::Describe, false, 0, 0, readNothing, "describe", "what all devices are, in JSON: names, lens, controls with their ranges"},
         {"state", Verb::State, false, 0, 1, readDeviceIfAny, "state [N]", "what camera N is doing; without N all devices, in JSON"},
         {"watch", Verb::Watch, false, 0, 0, readNothing, "watch", "the same, then every change as it happens, in JSON"},
+        {"log", Verb::Log, false, 0, 0, readNothing, "log", "every line of the log from now on, in JSON"},
+        {"environment", Verb::Environment, false, 0, 0, readNothing, "environment", "the variables with which programs see the bus (see --join)"},
         {"unplug", Verb::Unplug, true, 0, 0, readNothing, "unplug N", "pull the cable of device N"},
         {"replug", Verb::Replug, true, 0, 1, readAddress, "replug N [ADDRESS]", "plug it in again, at the same bus address or another"},
         {"stall", Verb::Stall, true, 1, 2, readStall, "stall N CONTROL|all [REQUEST]", "refuse requests to a control, or only GET_CUR, GET_MIN, ..."},

@@ -12,8 +12,8 @@
 
 namespace virtual_camera {
 
-// One line that tells the virtual camera what to do while it runs, such as "unplug 2" or
-// "stall 1 brightness GET_CUR".
+/// One line that tells the virtual camera what to do while it runs, such as "unplug 2" or
+/// "stall 1 brightness GET_CUR".
 struct ControlCommand
 {
     enum class Verb {
@@ -22,6 +22,8 @@ struct ControlCommand
         Describe,
         State,
         Watch,
+        Log,
+        Environment,
         Unplug,
         Replug,
         Stall,
@@ -43,12 +45,12 @@ struct ControlCommand
     Range range;
 };
 
-// The command, or what is wrong with the line, in words.
+/// The command, or what is wrong with the line, in words.
 std::variant<ControlCommand, std::string> parseControlCommand(std::string_view line);
 
-// The first words of all commands, each with a blank before it.
+/// The first words of all commands, each with a blank before it.
 std::string controlCommandWords();
-// What every command is for, for --help.
+/// What every command is for, for --help.
 std::string controlCommandHelp();
 
 } // namespace virtual_camera

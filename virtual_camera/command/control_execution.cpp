@@ -139,6 +139,8 @@ Reply execute(const ControlCommand &command, Testbed &testbed)
             return { true, command.device > 0 ? stateText(testbed.device(command.device)) : "",
                 statesJson(testbed, command.device) };
         case Verb::Watch:
+        case Verb::Log:
+        case Verb::Environment:
             return { false, "only for a program that stays at the control socket" };
         default:
             return { true, executeOn(testbed.device(command.device), command) };

@@ -12,7 +12,7 @@ namespace virtual_camera {
 
 class Testbed;
 
-// What became of a command.
+/// What became of a command.
 struct Reply
 {
     bool ok = true;
@@ -23,9 +23,9 @@ struct Reply
     std::string inJson() const;  // {"ok":true,...} or {"ok":false,"error":"..."}
 };
 
-// Does it; it is in force when the function returns.
+/// Does it; it is in force when the function returns.
 Reply execute(const ControlCommand &command, Testbed &testbed);
-// Parses and executes.
+/// Parses and executes.
 Reply executeLine(std::string_view line, Testbed &testbed);
 
 } // namespace virtual_camera

@@ -5,17 +5,21 @@
 #include "virtual_camera/camera/words.h"
 #include "virtual_camera/command/control_execution.h"
 #include "virtual_camera/command/control_socket.h"
+#include "virtual_camera/command/log_feed.h"
 #include "virtual_camera/command/state_feed.h"
+#include "virtual_camera/command/state_json.h"
 
 namespace virtual_camera {
 
 namespace {
 
+using Verb = ControlCommand::Verb;
+
 bool onlyJsonTells(std::string_view line)
 {
     const std::vector<std::string_view> words = splitWords(line);
     return !words.empty()
-        && (words[0] == "describe" || words[0] == "watch"
+        && (words[0] == "describe" || words[0] == "watch" || words[0] == "log"
             || (words[0] == "state" && words.size() == 1));
 }
 
@@ -33,17 +37,26 @@ bool takeJson(std::string_view &line)
 } // namespace
 
 void answerLine(const std::shared_ptr<Connection> &connection, std::string_view line,
-    Testbed &testbed, StateFeed &feed)
+    const Controlled &controlled)
 {
     const bool json = takeJson(line);
     const auto parsed = parseControlCommand(line);
     const auto *command = std::get_if<ControlCommand>(&parsed);
-    if (command != nullptr && command->verb == ControlCommand::Verb::Watch)
-        return feed.add(connection);
-    const Reply reply =
-        command != nullptr ? execute(*command, testbed) : Reply{ false, std::get<1>(parsed) };
+    Reply reply;
+    if (command == nullptr)
+        reply = { false, std::get<1>(parsed) };
+    else if (command->verb == Verb::Watch)
+        return controlled.states.add(connection);
+    else if (command->verb == Verb::Log)
+        reply = { true, {}, greeting(controlled.testbed).add("log", logVersion) };
+    else if (command->verb == Verb::Environment)
+        reply = { true, controlled.environment };
+    else
+        reply = execute(*command, controlled.testbed);
     connection->send(json ? reply.inJson() : reply.inWords());
-    feed.touch();
+    if (command != nullptr && command->verb == Verb::Log)
+        controlled.log.add(connection);
+    controlled.states.touch();
 }
 
 } // namespace virtual_camera

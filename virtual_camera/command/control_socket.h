@@ -11,8 +11,8 @@
 
 namespace virtual_camera {
 
-// A program at the control socket. What it is sent waits here until it reads; while anything
-// waits, no further line of its own is taken.
+/// A program at the control socket. What it is sent waits here until it reads; while anything
+/// waits, no further line of its own is taken.
 class Connection
 {
 public:
@@ -23,11 +23,11 @@ public:
     Connection(const Connection &) = delete;
     Connection &operator=(const Connection &) = delete;
 
-    // A line without its end.
+    /// A line without its end.
     void send(const std::string &line);
-    // Bytes that the program has not taken yet.
+    /// Bytes that the program has not taken yet.
     std::size_t unsent() const { return m_unsent.size(); }
-    // Called each time when everything has been taken.
+    /// Called each time when everything has been taken.
     void onSent(std::function<void()> handler) { m_sent = std::move(handler); }
 
 private:
@@ -52,12 +52,12 @@ private:
     bool m_broken = false;
 };
 
-// A Unix socket at which lines of text come in and lines of text go out, served by the main loop.
+/// A Unix socket at which lines of text come in and lines of text go out, served by the main loop.
 class ControlSocket
 {
 public:
-    // Throws std::runtime_error when there can be no socket of that name. One that a program left
-    // behind is replaced.
+    /// Throws std::runtime_error when there can be no socket of that name. One that a program left
+    /// behind is replaced.
     ControlSocket(const std::string &path, Connection::LineHandler handler);
     ~ControlSocket();
     ControlSocket(const ControlSocket &) = delete;
@@ -75,8 +75,8 @@ private:
     std::set<std::shared_ptr<Connection>> m_connections;
 };
 
-// Sends one line to the socket and hands every line that comes back to the reader, until that
-// answers false or the other side hangs up. Throws std::runtime_error.
+/// Sends one line to the socket and hands every line that comes back to the reader, until that
+/// answers false or the other side hangs up. Throws std::runtime_error.
 void askSocket(const std::string &path, const std::string &line,
     const std::function<bool(const std::string &)> &reader);
 

@@ -8,8 +8,8 @@ namespace virtual_camera {
 
 class Device;
 
-// What stays the same about a device unless somebody changes its ranges: names, units, lens, the
-// controls with their ranges. virtual_camera/README.md names the members.
+/// What stays the same about a device unless somebody changes its ranges: names, units, lens, the
+/// controls with their ranges. virtual_camera/README.md names the members.
 json::Object describe(const Device &device);
 
 } // namespace virtual_camera

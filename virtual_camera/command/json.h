@@ -13,7 +13,7 @@ namespace virtual_camera::json {
 
 class Object;
 
-// A JSON value, kept as the text that goes out. Strings that are not UTF-8 are mended.
+/// A JSON value, kept as the text that goes out. Strings that are not UTF-8 are mended.
 class Value
 {
 public:
@@ -39,7 +39,7 @@ private:
 
 using Array = std::vector<Value>;
 
-// Members in the order in which they were added.
+/// Members in the order in which they were added.
 class Object
 {
 public:

@@ -2,26 +2,33 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "virtual_camera/usb/request_log.h"
+#include "virtual_camera/command/log_format.h"
 
-#include <cstdio>
 #include <memory>
 #include <string>
 
 namespace virtual_camera {
 
-// The log for people: one line for each request to a control and for each opening, closing and
-// plugging, written out at once.
+/// A log that is written as it comes, by a thread of its own: a pipe that nobody reads stops that
+/// thread and nothing else.
 class LogFile
 {
 public:
-    // "-" is standard output. Throws std::system_error when it cannot be written.
-    explicit LogFile(const std::string &path);
+    /// "-" is standard output. Throws std::system_error when it cannot be written.
+    LogFile(const std::string &path, LogFormat format);
+    /// Waits for what can still be written, but not for a reader that has stopped reading.
+    ~LogFile();
+    LogFile(const LogFile &) = delete;
+    LogFile &operator=(const LogFile &) = delete;
 
+    /// Any thread may call.
     void write(const LogRecord &record);
 
 private:
-    std::unique_ptr<std::FILE, int (*)(std::FILE *)> m_file;
+    struct Backlog;
+    static void writeOut(const std::shared_ptr<Backlog> &backlog);
+
+    std::shared_ptr<Backlog> m_backlog; // the thread's, too, which may outlive this
 };
 
 } // namespace virtual_camera

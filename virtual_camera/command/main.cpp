@@ -1,5 +1,7 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
+#include "virtual_camera/camera/words.h"
+#include "virtual_camera/command/child_process.h"
 #include "virtual_camera/command/command_line.h"
 #include "virtual_camera/command/control_socket.h"
 #include "virtual_camera/command/preload.h"
@@ -10,6 +12,7 @@
 #include <cstring>
 #include <exception>
 #include <optional>
+#include <unistd.h>
 
 using namespace virtual_camera;
 
@@ -32,7 +35,7 @@ int tell(const CommandLine &line)
     for (const std::string &word : line.command)
         words += words.empty() ? word : ' ' + word;
     // What follows goes on until somebody ends it.
-    const bool follows = line.command[0] == "watch";
+    const bool follows = (line.command[0] == "watch" || line.command[0] == "log");
     std::optional<bool> ok;
     askSocket(*line.socket, words, [&](const std::string &answer) {
         if (!ok)
@@ -44,6 +47,27 @@ int tell(const CommandLine &line)
     if (!ok)
         return complain(*line.socket + ": no answer", failure);
     return *ok ? 0 : failure;
+}
+
+// Becomes the command.
+int joinBus(const CommandLine &line)
+{
+    std::string answer;
+    askSocket(*line.socket, "environment", [&answer](const std::string &text) {
+        answer = text;
+        return false;
+    });
+    if (answer.substr(0, 3) != "ok ")
+        return complain(*line.socket + ": no bus answers there", failure);
+    std::vector<std::string> bus;
+    for (const std::string_view variable : splitWords(std::string_view(answer).substr(3)))
+        bus.emplace_back(variable);
+    std::vector<std::string> variables = environmentWith(bus);
+    std::vector<std::string> command = line.command;
+    execvpe(command[0].c_str(), pointersTo(command).data(), pointersTo(variables).data());
+    const int error = errno;
+    return complain("cannot run " + command[0] + ": " + std::strerror(error),
+        error == ENOENT ? notFound : cannotRun);
 }
 
 int run(const CommandLine &line, char **arguments)
@@ -84,6 +108,8 @@ int main(int count, char **arguments)
             return 0;
         case CommandLine::Mode::Tell:
             return tell(line);
+        case CommandLine::Mode::Join:
+            return joinBus(line);
         case CommandLine::Mode::Run:
             return run(line, arguments);
         }

@@ -7,6 +7,7 @@
 #include <dlfcn.h>
 #include <filesystem>
 #include <stdexcept>
+#include <string_view>
 #include <unistd.h>
 
 namespace virtual_camera {
@@ -36,7 +37,10 @@ std::string join(const std::string &first, char separator, const std::string &se
 // before its own, unless it is told not to mind.
 std::string sanitizerOptions()
 {
-    return join("verify_asan_link_order=0", ':', environment("ASAN_OPTIONS"));
+    constexpr std::string_view wanted = "verify_asan_link_order=0";
+    const std::string before = environment("ASAN_OPTIONS");
+    return before.find(wanted) == std::string::npos ? join(std::string(wanted), ':', before)
+                                                    : before;
 }
 
 fs::path findOpenLibrary()
@@ -78,7 +82,7 @@ void restartPreloaded(char **arguments)
     execv("/proc/self/exe", arguments);
 }
 
-std::vector<std::string> preloadedEnvironment(const std::string &rootDirectory)
+std::vector<std::string> busEnvironment(const std::string &rootDirectory)
 {
     // A path in LD_PRELOAD may have no blank and no colon. The program's own may; this one is for
     // the user to choose.
@@ -88,17 +92,26 @@ std::vector<std::string> preloadedEnvironment(const std::string &rootDirectory)
             + fs::path(rootDirectory).parent_path().string());
     const fs::path link = fs::path(rootDirectory) / openLibrary;
     fs::create_symlink(findOpenLibrary(), link);
-    const std::string libraries =
-        join(link.string() + ':' + preloadLibrary, ':', environment(originalPreload));
+    return { "UMOCKDEV_DIR=" + rootDirectory,
+        "LD_PRELOAD=" + link.string() + ':' + preloadLibrary };
+}
 
+std::vector<std::string> environmentWith(const std::vector<std::string> &bus)
+{
+    const bool restarted = std::getenv(originalPreload) != nullptr;
+    const std::string before = environment(restarted ? originalPreload : "LD_PRELOAD");
     std::vector<std::string> variables;
     for (char **variable = environ; *variable != nullptr; ++variable) {
         const std::string text = *variable;
         const std::string name = text.substr(0, text.find('='));
-        if (name != "LD_PRELOAD" && name != originalPreload)
+        if (name != "LD_PRELOAD" && name != originalPreload && name != "UMOCKDEV_DIR"
+            && name != "ASAN_OPTIONS")
             variables.push_back(text);
     }
-    variables.push_back("LD_PRELOAD=" + libraries);
+    for (const std::string &variable : bus)
+        variables.push_back(
+            variable.substr(0, 11) == "LD_PRELOAD=" ? join(variable, ':', before) : variable);
+    variables.push_back("ASAN_OPTIONS=" + sanitizerOptions());
     return variables;
 }
 

@@ -7,18 +7,21 @@
 
 namespace virtual_camera {
 
-// Programs see the emulated bus only beneath umockdev's preload library, and so does umockdev
-// itself when it announces that a device comes or goes.
+/// Programs see the emulated bus only beneath umockdev's preload library, and so does umockdev
+/// itself when it announces that a device comes or goes.
 
-// Empty when the library can be loaded, else the loader's words.
+/// Empty when the library can be loaded, else the loader's words.
 std::string preloadProblem();
-// Whether this process runs beneath it.
+/// Whether this process runs beneath it.
 bool preloaded();
-// Starts this program anew beneath it, with the same arguments; returns only on failure.
+/// Starts this program anew beneath it, with the same arguments; returns only on failure.
 void restartPreloaded(char **arguments);
 
-// The environment for a program that is to see the bus. The root directory is the testbed's.
-// Throws std::runtime_error when the library that refuses to open devices is missing.
-std::vector<std::string> preloadedEnvironment(const std::string &rootDirectory);
+/// What a program's environment needs to see the bus: "UMOCKDEV_DIR=...", "LD_PRELOAD=...". The
+/// root directory is the testbed's. Throws std::runtime_error when the library that refuses to open
+/// devices is missing.
+std::vector<std::string> busEnvironment(const std::string &rootDirectory);
+/// This process's environment with those variables; libraries that were preloaded stay so.
+std::vector<std::string> environmentWith(const std::vector<std::string> &bus);
 
 } // namespace virtual_camera

@@ -7,6 +7,7 @@
 #include "virtual_camera/command/preload.h"
 
 #include <csignal>
+#include <cstdio>
 #include <glib-unix.h>
 #include <stdexcept>
 #include <sys/signalfd.h>
@@ -29,29 +30,32 @@ int openSignals()
     return signalfd(-1, &set, SFD_CLOEXEC);
 }
 
-std::optional<LogFile> openLog(const std::optional<std::string> &path)
+LogFormat formatOf(CommandLine::LogKind kind)
 {
-    return path ? std::make_optional<LogFile>(*path) : std::nullopt;
+    return kind == CommandLine::LogKind::Json ? jsonLog() : textLog();
 }
 
 } // namespace
 
 Session::Session(const CommandLine &line)
-    : m_line(line), m_loop(g_main_loop_new(nullptr, FALSE), g_main_loop_unref),
-      m_signals(openSignals()), m_log(openLog(line.log)), m_testbed(line.devices), m_feed(m_testbed)
+    : m_line(line), m_script(line.script ? readScript(*line.script) : Script()),
+      m_loop(g_main_loop_new(nullptr, FALSE), g_main_loop_unref), m_signals(openSignals()),
+      m_testbed(line.devices), m_feed(m_testbed)
 {
+    m_cleaner.watchOver(m_testbed.rootDirectory());
+    m_environment = busEnvironment(m_testbed.rootDirectory());
+    for (const CommandLine::Log &log : line.logs)
+        m_logs.emplace_back(log.path, formatOf(log.kind));
     m_testbed.log().keepRecords(false);
     m_testbed.log().setWriter([this](const LogRecord &record) {
-        if (m_log)
-            m_log->write(record);
+        for (LogFile &log : m_logs)
+            log.write(record);
+        m_logFeed.write(record);
         m_feed.touch();
     });
     g_unix_fd_add(m_signals, G_IO_IN, onSignal, this);
     if (line.socket)
-        m_socket.emplace(*line.socket,
-            [this](const std::shared_ptr<Connection> &connection, std::string_view text) {
-                answerLine(connection, text, m_testbed, m_feed);
-            });
+        listen();
     for (const std::string &command : line.atStart) {
         const Reply reply = executeLine(command, m_testbed);
         if (!reply.ok)
@@ -66,13 +70,36 @@ Session::~Session()
     close(m_signals);
 }
 
+void Session::listen()
+{
+    Controlled controlled{ m_testbed, m_feed, m_logFeed, {} };
+    for (const std::string &variable : m_environment)
+        controlled.environment += (controlled.environment.empty() ? "" : " ") + variable;
+    m_socket.emplace(*m_line.socket,
+        [controlled](const std::shared_ptr<Connection> &connection, std::string_view text) {
+            answerLine(connection, text, controlled);
+        });
+}
+
 int Session::run()
 {
-    m_child.emplace(m_line.command, preloadedEnvironment(m_testbed.rootDirectory()),
-        [this] { g_main_loop_quit(m_loop.get()); });
+    m_child.emplace(
+        m_line.command, environmentWith(m_environment), [this] { g_main_loop_quit(m_loop.get()); });
+    m_player.emplace(m_script, [this](const ScriptStep &step) { carryOut(step); });
     g_main_loop_run(m_loop.get());
     waitForClosing();
-    return m_child->exitCode();
+    return m_child->exitCode() == 0 && m_scriptFailed ? 1 : m_child->exitCode();
+}
+
+void Session::carryOut(const ScriptStep &step)
+{
+    const Reply reply = execute(step.command, m_testbed);
+    m_feed.touch();
+    if (reply.ok)
+        return;
+    m_scriptFailed = true;
+    std::fprintf(stderr, "virtual-camera: %s:%d: %s\n", m_line.script->c_str(), step.line,
+        reply.text.c_str());
 }
 
 gboolean Session::onSignal(gint descriptor, GIOCondition, void *session)

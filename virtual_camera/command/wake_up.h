@@ -8,8 +8,8 @@
 
 namespace virtual_camera {
 
-// Runs a function in the main loop after any thread has asked for it: once for many requests, and
-// not again before the pause is over.
+/// Runs a function in the main loop after any thread has asked for it: once for many requests, and
+/// not again before the pause is over.
 class WakeUp
 {
 public:

@@ -32,23 +32,6 @@ std::string bytesText(const Bytes &bytes)
     return text + "]";
 }
 
-const char *resultText(Result result)
-{
-    switch (result) {
-    case Result::Ok:
-        return "ok";
-    case Result::Stall:
-        return "stall";
-    case Result::Short:
-        return "short";
-    case Result::Gone:
-        return "gone";
-    case Result::Cancelled:
-        return "cancelled";
-    }
-    return "";
-}
-
 std::string fieldsText(const ControlTraits &control, const Bytes &bytes)
 {
     std::string text;
@@ -123,10 +106,44 @@ std::string requestText(const LogRecord &record)
     std::string text = request.isClass() ? controlRequestText(request) : otherRequestText(request);
     if (!request.data.empty())
         text += ' ' + bytesText(request.data);
-    return text + ' ' + resultText(record.result);
+    return text + ' ' + resultName(record.result);
 }
 
 } // namespace
+
+const char *resultName(Result result)
+{
+    switch (result) {
+    case Result::Ok:
+        return "ok";
+    case Result::Stall:
+        return "stall";
+    case Result::Short:
+        return "short";
+    case Result::Gone:
+        return "gone";
+    case Result::Cancelled:
+        return "cancelled";
+    }
+    return "";
+}
+
+const char *eventName(LogRecord::Event event)
+{
+    switch (event) {
+    case LogRecord::Event::Request:
+        return "request";
+    case LogRecord::Event::Open:
+        return "open";
+    case LogRecord::Event::Close:
+        return "close";
+    case LogRecord::Event::Unplug:
+        return "unplug";
+    case LogRecord::Event::Replug:
+        return "replug";
+    }
+    return "";
+}
 
 std::string toText(const LogRecord &record)
 {

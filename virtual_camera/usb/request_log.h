@@ -45,6 +45,10 @@ struct LogRecord
     bool isControlRequest() const { return event == Event::Request && request.isClass(); }
 };
 
+// "ok", "stall", ... and "request", "open", ...
+const char *resultName(LogRecord::Result result);
+const char *eventName(LogRecord::Event event);
+
 // "cam1 SET_CUR pantilt_relative pan=+1 pan_speed=21 tilt=0 tilt_speed=0 [01 15 00 00] ok"
 std::string toText(const LogRecord &record);
 // The same with the seconds before it: "0.512345 cam1 ..."

@@ -55,7 +55,7 @@ class CameraLog:
             self._file = open(self._path, encoding="utf-8")
         if self._file:
             *finished, self._unfinished = (self._unfinished + self._file.read()).split("\n")
-            self._lines.extend(parse(line) for line in finished)
+            self._lines.extend(parse(line) for line in finished if not line.startswith("#"))
         return self._lines
 
     def requests(self, start=0):
@@ -64,7 +64,7 @@ class CameraLog:
 
     def texts(self, start=0):
         """The requests from that line on, as the log tells them to a reader."""
-        texts = self._path.read_text(encoding="utf-8").splitlines() if self._path.exists() else []
+        texts = self._path.read_text(encoding="utf-8").splitlines()[1:] if self._path.exists() else []
         return [text for text, line in zip(texts[start:], self.lines()[start:])
                 if line.what not in _EVENTS]
 

@@ -1,0 +1,133 @@
+# Copyright (c) 2026 The PTZ panel developers
+# SPDX-License-Identifier: MIT
+"""The logs of virtual-camera, as people and programs read them."""
+
+import json
+import os
+import re
+import subprocess
+
+from command_case import PATIENCE, UVC_CLIENT, VIRTUAL_CAMERA, Case, RunningCase, main, run
+
+
+class InWords(Case):
+    def test_has_a_line_for_each_request(self):
+        log = self.path("log")
+        run("--log", log, "--option", "brightness=-64:64:0:10", "--", UVC_CLIENT)
+        with open(log, encoding="ascii") as file:
+            first, *lines = file.read().splitlines()
+        self.assertRegex(first, r"^# virtual-camera log 1 \d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ$")
+        for line in lines:
+            self.assertRegex(line, r"^\d+\.\d{6} cam1 \S")
+        times = [float(line.split()[0]) for line in lines]
+        self.assertEqual(times, sorted(times))
+        texts = [line.split(" ", 1)[1] for line in lines]
+        for expected in (
+            "cam1 GET_MIN brightness value=-64 [c0 ff] ok",
+            "cam1 SET_CUR pantilt_relative pan=+1 pan_speed=24 tilt=0 tilt_speed=0 [01 18 00 00] ok",
+            "cam1 SET_CUR zoom_relative zoom=0 digital=1 speed=5 [00 01 05] ok",
+            "cam1 SET_CUR focus_relative focus=-1 speed=3 [ff 03] ok",
+            "cam1 SET_CUR roll_absolute value=23 (store preset 3) [17 00] ok",
+            "cam1 SET_CUR roll_absolute value=8 (home position) [08 00] ok",
+            "cam1 SET_CUR gamma value=501 [f5 01] stall",
+        ):
+            self.assertEqual(texts.count(expected), 1, expected)
+        opened = [text for text in texts if " OPEN " in text]
+        closed = [text for text in texts if " CLOSE " in text]
+        self.assertEqual(sorted(text.replace("CLOSE", "OPEN") for text in closed), sorted(opened))
+        self.assertTrue(opened)
+
+    def test_goes_to_standard_output(self):
+        result = run("--log", "-", "--", UVC_CLIENT)
+        self.assertIn(" cam1 SET_CUR roll_absolute value=8 (home position) [08 00] ok\n", result.stdout)
+
+
+class InJson(RunningCase):
+    def test_has_what_the_other_log_has(self):
+        run("--log", self.path("text"), "--log-json", self.path("json"), "--", UVC_CLIENT)
+        with open(self.path("text"), encoding="ascii") as file:
+            texts = file.read().splitlines()[1:]
+        with open(self.path("json"), encoding="utf-8") as file:
+            first, *records = map(json.loads, file)
+        self.assertEqual(first["log"], 1)
+        self.assertEqual(len(records), len(texts))
+        for record, text in zip(records, texts):
+            time, camera, what, *rest = text.split()
+            self.assertAlmostEqual(record["time"], float(time), places=6)
+            self.assertEqual(f"cam{record['device']}", camera)
+            if record["event"] == "request":
+                self.assertEqual([record["request"], record["control"], record["result"]],
+                                 [what, rest[0], rest[-1]])
+                self.assertIn(f"[{record['data']}]" if record["data"] else rest[0], text)
+            else:
+                self.assertEqual([record["event"].upper(), f"file={record['file']}"], [what, *rest])
+        turn = next(record for record in records if record.get("control") == "pantilt_relative")
+        del turn["time"], turn["file"]
+        self.assertEqual(turn, {
+            "device": 1, "event": "request", "request": "SET_CUR", "control": "pantilt_relative",
+            "values": {"pan": 1, "pan_speed": 24, "tilt": 0, "tilt_speed": 0},
+            "setup": "21 01 00 0e 00 01 04 00", "data": "01 18 00 00", "result": "ok"})
+        self.assertIn("store preset 3", [record.get("command") for record in records])
+
+    def test_can_be_followed(self):
+        self.start("--log-json", self.path("json"))
+        with subprocess.Popen([VIRTUAL_CAMERA, "--tell", self.socket, "log"],
+                              stdout=subprocess.PIPE, text=True) as follower:
+            self.addCleanup(follower.kill)
+            first = json.loads(follower.stdout.readline())
+            self.assertEqual((first["ok"], first["protocol"], first["log"]), (True, 1, 1))
+            self.assertEqual(run("--join", self.socket, "--", UVC_CLIENT, "read", "20").returncode, 0)
+            self.tell("unplug 1")
+            followed = []
+            while not followed or json.loads(followed[-1])["event"] != "unplug":
+                followed.append(follower.stdout.readline())
+            follower.kill()
+        with open(self.path("json"), encoding="utf-8") as file:
+            self.assertEqual(file.readlines()[1:], followed)
+
+
+class NobodyReads(Case):
+    """The bus goes on, whatever becomes of its log."""
+
+    requests = 16000  # 850 kB of log; 512 kB are kept for a reader.
+
+    def start(self, script):
+        """The process, which logs to a pipe, and the pipe."""
+        reader, writer = os.pipe()
+        process = subprocess.Popen(
+            [VIRTUAL_CAMERA, "--log", "-", "--", "sh", "-c", f"exec >/dev/null 2>&1; {script}"],
+            stdout=writer)
+        os.close(writer)
+        self.addCleanup(process.wait)
+        self.addCleanup(process.kill)
+        return process, reader
+
+    def test_a_pipe_that_is_full(self):
+        process, reader = self.start(f"{UVC_CLIENT} read {self.requests}; echo $? >{self.path('end')}")
+        # The program is through before anybody reads.
+        self.wait_until(lambda: os.path.exists(self.path("end")))
+        with open(reader, encoding="ascii") as pipe:
+            lines = pipe.read().splitlines()
+        self.assertEqual(process.wait(PATIENCE), 0)
+        with open(self.path("end"), encoding="ascii") as file:
+            self.assertEqual(file.read(), "0\n")
+        # Nothing is left out silently.
+        lost = [int(match[1]) for match in map(re.compile(r"# (\d+) records lost").match, lines)
+                if match]
+        kept = sum("GET_CUR brightness" in line for line in lines)
+        self.assertTrue(lost)
+        self.assertGreaterEqual(sum(lost) + kept, self.requests)
+
+    def test_a_pipe_to_a_reader_that_has_gone(self):
+        process, reader = self.start(f"{UVC_CLIENT} read 100")
+        os.close(reader)
+        self.assertEqual(process.wait(PATIENCE), 0)
+
+    def test_a_pipe_that_stays_full_at_the_end(self):
+        process, reader = self.start(f"{UVC_CLIENT} read 2000")
+        self.assertEqual(process.wait(PATIENCE), 0)
+        os.close(reader)
+
+
+if __name__ == "__main__":
+    main()
