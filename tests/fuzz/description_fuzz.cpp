@@ -10,7 +10,7 @@
 #include "tests/fuzz/expect.h"
 #include "tests/fuzz/input.h"
 #include "virtual_camera/camera/camera_model.h"
-#include "virtual_camera/usb/usb_device.h"
+#include "virtual_camera/usb/firmware.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -81,7 +81,8 @@ void checkCamera(const CameraDescription &description)
     const Descriptors descriptors = describeCamera(description);
     fuzz::checkDescriptors(descriptors, description);
     CameraModel camera(description, [] { return std::chrono::microseconds(0); });
-    UsbDevice device(descriptors, &camera);
+    Firmware device(
+        descriptors, [&camera](const ControlRequest &asked) { return camera.answer(asked); });
     for (const ControlTraits &control : allControls()) {
         ControlRequest request;
         request.requestType = 0xa1;

@@ -121,7 +121,7 @@ void checkDescriptors(const Descriptors &descriptors, const CameraDescription &d
             && readUnsigned(&all[0][2], 2) == descriptors.configuration.size(),
         "a configuration has the length that it says");
     const InterfaceLayout layout = readLayout(descriptors.configuration);
-    expect(layout.interfaces == all[0][4], "a configuration has the interfaces that it says");
+    expect(layout.interfaces() == all[0][4], "a configuration has the interfaces that it says");
     expect(layout.interfaceOf(statusEndpoint) == controlInterface
             && layout.interfaceOf(pictureEndpoint) == streamingInterface,
         "every endpoint is at its interface");

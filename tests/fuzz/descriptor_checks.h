@@ -3,6 +3,7 @@
 #pragma once
 
 #include "virtual_camera/usb/descriptors.h"
+#include "virtual_camera/usb/interface_layout.h"
 
 #include <string>
 

@@ -12,26 +12,25 @@ namespace fuzz {
 
 using namespace virtual_camera;
 
-namespace {
-
-std::chrono::microseconds noTime() { return std::chrono::microseconds(0); }
-
-} // namespace
-
-CheckedUsbfs::CheckedUsbfs(bool camera)
+CheckedUsbfs::CheckedUsbfs(bool camera) : m_isCamera(camera)
 {
-    const CameraDescription description;
-    if (camera)
-        m_camera.emplace(description, noTime);
-    m_usb = std::make_unique<UsbDevice>(
-        camera ? describeCamera(description) : describeStorage(), camera ? &*m_camera : nullptr);
-    const auto later = [this](std::chrono::milliseconds wait, std::function<void()> what) {
-        expect(wait.count() > 0, "what is to be done later takes time");
-        m_later.push_back(std::move(what));
-    };
-    m_device = std::make_unique<UsbfsDevice>(
-        UsbfsDevice::Wiring{ 1, m_usb.get(), &m_faults, &m_log, "driver", later });
-    m_owners.assign(static_cast<std::size_t>(m_usb->layout().interfaces), int{ kernelDriver });
+    const auto clock = [this] { return m_now; };
+    std::unique_ptr<CameraModel> model;
+    Firmware::ClassRequests requests;
+    if (camera) {
+        model = std::make_unique<CameraModel>(CameraDescription(), clock);
+        requests = [m = model.get()](const ControlRequest &request) { return m->answer(request); };
+    }
+    Firmware firmware(camera ? describeCamera({}) : describeStorage(), requests);
+    m_cable = std::make_shared<Cable>(1, std::move(model), std::move(firmware), m_log, clock);
+    m_device = std::make_unique<Usbfs>(m_cable, "driver");
+    m_owners.assign(static_cast<std::size_t>(m_cable->layout().interfaces()), int{ kernelDriver });
+}
+
+void CheckedUsbfs::breakSomething(const std::function<void(Faults &)> &how)
+{
+    m_cable->changeFaults(how);
+    m_device->collect();
 }
 
 int CheckedUsbfs::file(std::size_t choice) const
@@ -57,7 +56,7 @@ void CheckedUsbfs::own(int file, unsigned interfaceNumber)
 {
     expect(interfaceNumber < interfaces(), "only an interface that exists can be claimed");
     int &owner = m_owners[interfaceNumber];
-    expect(owner == file || (owner == nobody && !m_faults.claimRefused),
+    expect(owner == file || (owner == nobody && !m_cable->claimRefused()),
         "an interface belongs to one file at a time");
     owner = file;
 }
@@ -77,7 +76,7 @@ void CheckedUsbfs::claim(int file, unsigned interfaceNumber)
         return own(file, interfaceNumber);
     if (interfaceNumber < interfaces())
         expect(m_owners[interfaceNumber] != file
-                && (m_owners[interfaceNumber] != nobody || m_faults.claimRefused),
+                && (m_owners[interfaceNumber] != nobody || m_cable->claimRefused()),
             "an interface that is free can be claimed");
 }
 
@@ -101,21 +100,50 @@ void CheckedUsbfs::setInterface(int file, unsigned interfaceNumber, unsigned alt
     // The interface is claimed before the setting is looked at.
     if (result == 0 || result == -EPIPE || result == -EINVAL)
         own(file, interfaceNumber);
+    if (result == 0 && m_isCamera && interfaceNumber == streamingInterface)
+        m_pictures = alternate == 1;
 }
 
-void CheckedUsbfs::setConfiguration(int value)
+void CheckedUsbfs::setConfiguration(int file, int value)
 {
     const bool held =
         std::any_of(m_owners.begin(), m_owners.end(), [](int owner) { return owner != nobody; });
-    if (m_device->setConfiguration(value) == 0)
-        expect(value == 1 && !held, "only a device that nobody uses can be configured");
+    if (m_device->setConfiguration(file, value) != 0)
+        return;
+    expect(value == 1 && !held, "only a device that nobody uses can be configured");
+    ++m_requests;
+    m_pictures = false;
 }
 
-void CheckedUsbfs::clearHalt(unsigned endpoint)
+void CheckedUsbfs::reset(int file)
 {
-    const bool known = m_camera ? endpoint == statusEndpoint || endpoint == pictureEndpoint
-                                : endpoint == 0x81 || endpoint == 0x02;
-    expect((m_device->clearHalt(endpoint) == 0) == known, "only endpoints that exist can halt");
+    expect(m_device->reset(file) == 0, "a device can always be reset");
+    m_requests += m_pictures ? 1 : 0;
+}
+
+bool CheckedUsbfs::exists(unsigned endpoint) const
+{
+    if (m_isCamera)
+        return endpoint == statusEndpoint || (endpoint == pictureEndpoint && m_pictures);
+    return endpoint == 0x81 || endpoint == 0x02;
+}
+
+// An interface is claimed for any of its endpoints, also for one of another setting.
+void CheckedUsbfs::ownForEndpoint(int file, unsigned endpoint, int result)
+{
+    const bool known = exists(endpoint) || (m_isCamera && endpoint == pictureEndpoint);
+    expect(result != 0 || exists(endpoint), "only endpoints that exist can be used");
+    if (known && (result == 0 || result == -ENOENT))
+        own(file,
+            static_cast<unsigned>(
+                m_cable->layout().interfaceOf(static_cast<std::uint8_t>(endpoint))));
+}
+
+void CheckedUsbfs::clearHalt(int file, unsigned endpoint)
+{
+    const int result = m_device->clearHalt(file, endpoint);
+    m_requests += result == 0 ? 1 : 0;
+    ownForEndpoint(file, endpoint, result);
 }
 
 void CheckedUsbfs::detachDriver(unsigned interfaceNumber)
@@ -124,7 +152,7 @@ void CheckedUsbfs::detachDriver(unsigned interfaceNumber)
         return;
     expect(interfaceNumber < interfaces(), "only an interface that exists has a driver");
     m_owners[interfaceNumber] = nobody;
-    if (!m_faults.claimRefused)
+    if (!m_cable->claimRefused())
         expect(m_device->driver(interfaceNumber).empty(), "a driver that is detached is gone");
 }
 
@@ -145,14 +173,16 @@ void CheckedUsbfs::submit(
     urb.endpoint = endpoint;
     urb.request = request;
     urb.memory = m_memory;
-    if (m_device->submit(file, std::move(urb)) != 0)
+    const int result = m_device->submit(file, std::move(urb));
+    m_device->collect();
+    if (endpoint != 0)
+        ownForEndpoint(file, endpoint, result);
+    if (result != 0)
         return;
     m_files[file].insert(address);
     if (endpoint == 0) {
         ++m_requests;
         ownForRequest(file, request);
-    } else {
-        own(file, static_cast<unsigned>(m_usb->layout().interfaceOf(endpoint)));
     }
 }
 
@@ -180,40 +210,45 @@ void CheckedUsbfs::reap(int file)
     expect(urb->memory == m_memory, "a transfer keeps its memory");
 }
 
-void CheckedUsbfs::transfer(int file, ControlRequest request)
+void CheckedUsbfs::transfer(int file, const ControlRequest &request)
 {
-    const int result = m_device->transfer(file, request);
-    if (result < 0 && result != -EPIPE)
+    const std::int64_t ticket = m_device->begin(file, request);
+    if (ticket < 0)
         return;
     ++m_requests;
     ownForRequest(file, request);
-    expect(result <= request.length, "an answer is not longer than was asked for");
-    if (result >= 0)
-        expect(request.data.size() == static_cast<std::size_t>(result),
-            "as many bytes are there as are reported");
+    m_device->collect();
+    const std::unique_ptr<Urb> urb = m_device->finish(file, static_cast<std::uint64_t>(ticket));
+    if (urb == nullptr)
+        return m_device->giveUp(file, static_cast<std::uint64_t>(ticket));
+    expect(urb->transferred <= request.length, "an answer is not longer than was asked for");
+    if (urb->status == 0 && request.hostReads())
+        expect(urb->answer.size() == urb->transferred, "as many bytes are there as are reported");
 }
 
 void CheckedUsbfs::letTimePass()
 {
-    if (m_later.empty())
+    const auto wait = m_device->nextAnswer();
+    if (!wait)
         return;
-    const std::function<void()> next = std::move(m_later.front());
-    m_later.pop_front();
-    next();
+    const int before = m_cable->requestsUnderWay();
+    m_now += *wait;
+    m_device->collect();
+    expect(m_cable->requestsUnderWay() < before, "a request is answered when its time has come");
 }
 
 void CheckedUsbfs::unplug()
 {
     m_device->unplug();
-    expect(m_device->requestsUnderWay() == 0, "nothing is under way without a cable");
+    expect(m_cable->requestsUnderWay() == 0, "nothing is under way without a cable");
     finish();
 }
 
 void CheckedUsbfs::finish()
 {
-    while (!m_later.empty())
+    while (m_device->nextAnswer())
         letTimePass();
-    expect(m_device->requestsUnderWay() == 0, "every request is answered in the end");
+    expect(m_cable->requestsUnderWay() == 0, "every request is answered in the end");
     while (anyFile()) {
         const int file = m_files.begin()->first;
         for (std::size_t count = m_files[file].size(); count > 0; --count)
@@ -221,8 +256,9 @@ void CheckedUsbfs::finish()
         expect(m_device->reap(file) == nullptr, "nothing comes back that was not handed in");
         expect(!m_device->unplugged() || m_files[file].empty(), "an unplug gives everything back");
         close(file);
+        expect(!m_device->anythingToReap(file), "nothing is left for who has gone");
     }
-    expect(!m_device->anythingToReap(), "nothing is left when everybody has gone");
+    expect(m_cable->openFiles() == 0, "nothing is open when everybody has gone");
     expect(m_memory.use_count() == 1, "no transfer is kept when everybody has gone");
     checkLog();
 }
@@ -230,7 +266,7 @@ void CheckedUsbfs::finish()
 void CheckedUsbfs::checkLog() const
 {
     std::size_t requests = 0;
-    for (const LogRecord &record : m_log.all()) {
+    for (const LogRecord &record : m_log->all()) {
         expectOneLine(toTimedText(record));
         if (record.event == LogRecord::Event::Request)
             ++requests;

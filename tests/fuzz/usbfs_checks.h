@@ -3,13 +3,11 @@
 #pragma once
 
 #include "virtual_camera/camera/camera_model.h"
-#include "virtual_camera/usbfs/usbfs_device.h"
+#include "virtual_camera/usbfs/usbfs.h"
 
-#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
-#include <optional>
 #include <set>
 
 namespace fuzz {
@@ -24,22 +22,23 @@ public:
 
     bool anyFile() const { return !m_files.empty(); }
     int file(std::size_t choice) const;
-    virtual_camera::Faults &faults() { return m_faults; }
+    void breakSomething(const std::function<void(virtual_camera::Faults &)> &how);
 
     void open();
     void close(int file);
     void claim(int file, unsigned interfaceNumber);
     void release(int file, unsigned interfaceNumber);
     void setInterface(int file, unsigned interfaceNumber, unsigned alternate);
-    void setConfiguration(int value);
-    void clearHalt(unsigned endpoint);
+    void setConfiguration(int file, int value);
+    void clearHalt(int file, unsigned endpoint);
+    void reset(int file);
     void detachDriver(unsigned interfaceNumber);
     void attachDriver(unsigned interfaceNumber);
     void submit(int file, std::uint64_t address, std::uint8_t endpoint,
         const virtual_camera::ControlRequest &request);
     void discard(int file, std::uint64_t address);
     void reap(int file);
-    void transfer(int file, virtual_camera::ControlRequest request);
+    void transfer(int file, const virtual_camera::ControlRequest &request);
     void letTimePass();
     void unplug();
     // Every program takes back what is its own and leaves.
@@ -51,14 +50,17 @@ private:
     unsigned interfaces() const { return static_cast<unsigned>(m_owners.size()); }
     void own(int file, unsigned interfaceNumber);
     void ownForRequest(int file, const virtual_camera::ControlRequest &request);
+    void ownForEndpoint(int file, unsigned endpoint, int result);
+    bool exists(unsigned endpoint) const;
     void checkLog() const;
 
-    virtual_camera::RequestLog m_log;
-    virtual_camera::Faults m_faults;
-    std::optional<virtual_camera::CameraModel> m_camera;
-    std::unique_ptr<virtual_camera::UsbDevice> m_usb;
-    std::deque<std::function<void()>> m_later;
-    std::unique_ptr<virtual_camera::UsbfsDevice> m_device;
+    const bool m_isCamera;
+    std::chrono::microseconds m_now{ 0 };
+    std::shared_ptr<virtual_camera::RequestLog> m_log =
+        std::make_shared<virtual_camera::RequestLog>();
+    std::shared_ptr<virtual_camera::Cable> m_cable;
+    std::unique_ptr<virtual_camera::Usbfs> m_device;
+    bool m_pictures = false; // the setting with the picture endpoint is chosen
 
     std::map<int, std::multiset<std::uint64_t>> m_files;      // with the transfers of each
     std::vector<int> m_owners;                                // of the interfaces

@@ -50,14 +50,18 @@ void claim(CheckedUsbfs &usbfs, int file, Input &input) { usbfs.claim(file, numb
 void release(CheckedUsbfs &usbfs, int file, Input &input) { usbfs.release(file, number(input)); }
 void detach(CheckedUsbfs &usbfs, int, Input &input) { usbfs.detachDriver(number(input)); }
 void attach(CheckedUsbfs &usbfs, int, Input &input) { usbfs.attachDriver(number(input)); }
-void clearHalt(CheckedUsbfs &usbfs, int, Input &input) { usbfs.clearHalt(number(input)); }
+void clearHalt(CheckedUsbfs &usbfs, int file, Input &input)
+{
+    usbfs.clearHalt(file, number(input));
+}
+void reset(CheckedUsbfs &usbfs, int file, Input &) { usbfs.reset(file); }
 void reap(CheckedUsbfs &usbfs, int file, Input &) { usbfs.reap(file); }
 void letTimePass(CheckedUsbfs &usbfs, int, Input &) { usbfs.letTimePass(); }
 void unplug(CheckedUsbfs &usbfs, int, Input &) { usbfs.unplug(); }
 
-void configure(CheckedUsbfs &usbfs, int, Input &input)
+void configure(CheckedUsbfs &usbfs, int file, Input &input)
 {
-    usbfs.setConfiguration(static_cast<int>(number(input)));
+    usbfs.setConfiguration(file, static_cast<int>(number(input)));
 }
 
 void setInterface(CheckedUsbfs &usbfs, int file, Input &input)
@@ -90,31 +94,32 @@ void transfer(CheckedUsbfs &usbfs, int file, Input &input)
 
 void breakSomething(CheckedUsbfs &usbfs, int, Input &input)
 {
-    Faults &faults = usbfs.faults();
     const Control control = allControls()[input.oneOf(controlCount)].control;
     const std::uint8_t detail = input.byte();
-    switch (input.oneOf(6)) {
-    case 0:
-        faults.stalled.insert({ control, static_cast<RequestCode>(detail) });
-        break;
-    case 1:
-        faults.stalled.insert({ control, std::nullopt });
-        break;
-    case 2:
-        faults.shortened[control] = detail;
-        break;
-    case 3:
-        // Much longer than an input takes, so that every run is like the other.
-        faults.delay = std::chrono::hours(detail);
-        break;
-    case 4:
-        faults.claimRefused = true;
-        break;
-    default:
-        faults = {};
-        faults.everythingStalls = detail == 1;
-        break;
-    }
+    const std::size_t what = input.oneOf(6);
+    usbfs.breakSomething([=](Faults &faults) {
+        switch (what) {
+        case 0:
+            faults.stalled.insert({ control, static_cast<RequestCode>(detail) });
+            break;
+        case 1:
+            faults.stalled.insert({ control, std::nullopt });
+            break;
+        case 2:
+            faults.shortened[control] = detail;
+            break;
+        case 3:
+            faults.delay = std::chrono::milliseconds(detail);
+            break;
+        case 4:
+            faults.claimRefused = true;
+            break;
+        default:
+            faults = {};
+            faults.everythingStalls = detail == 1;
+            break;
+        }
+    });
 }
 
 struct Step
@@ -124,10 +129,10 @@ struct Step
 };
 
 constexpr std::array<Step, 18> steps{ { { open, false }, { close, true }, { claim, true },
-    { release, true }, { detach, false }, { attach, false }, { clearHalt, false },
-    { configure, false }, { setInterface, true }, { submit, true }, { listen, true },
+    { release, true }, { detach, false }, { attach, false }, { clearHalt, true },
+    { configure, true }, { setInterface, true }, { submit, true }, { listen, true },
     { discard, true }, { reap, true }, { transfer, true }, { breakSomething, false },
-    { letTimePass, false }, { letTimePass, false }, { unplug, false } } };
+    { letTimePass, false }, { reset, true }, { unplug, false } } };
 
 } // namespace
 

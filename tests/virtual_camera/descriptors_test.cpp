@@ -5,7 +5,7 @@
 
 #include "virtual_camera/usb/descriptors.h"
 #include "virtual_camera/usb/device_description.h"
-#include "virtual_camera/usb/usb_device.h"
+#include "virtual_camera/usb/firmware.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>
@@ -122,9 +122,9 @@ TEST(Descriptors, LeaveOutTheUnitsThatTheCameraLacks)
         simple, { 9, classInterface, 3, outputTerminal, 0x01, 0x01, 0, cameraTerminal, 0 }));
 }
 
-TEST(UsbDevice, TellsItsDescriptorsAsFarAsIsAskedFor)
+TEST(Firmware, TellsItsDescriptorsAsFarAsIsAskedFor)
 {
-    UsbDevice device(describeCamera({}), nullptr);
+    Firmware device(describeCamera({}));
     EXPECT_EQ(device.answer(askFor(0x0100, 8)).data.size(), 8U);
     EXPECT_EQ(device.answer(askFor(0x0100, 255)).data.size(), 18U);
     EXPECT_EQ(device.answer(askFor(0x0200, 4096)).data, device.descriptors().configuration);
@@ -134,9 +134,9 @@ TEST(UsbDevice, TellsItsDescriptorsAsFarAsIsAskedFor)
     EXPECT_TRUE(device.answer(askFor(0x0f00, 255)).stalled);
 }
 
-TEST(UsbDevice, RefusesVideoRequestsWhenItIsNoCamera)
+TEST(Firmware, RefusesVideoRequestsWhenItIsNoCamera)
 {
-    UsbDevice device(describeStorage(), nullptr);
+    Firmware device(describeStorage());
     ControlRequest request;
     request.requestType = 0xa1;
     request.request = 0x81;

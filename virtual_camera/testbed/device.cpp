@@ -1,9 +1,12 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
-#include "virtual_camera/testbed/device_inside.h"
-#include "virtual_camera/umockdev/open_refusal.h"
+#include "virtual_camera/testbed/device.h"
+
+#include "virtual_camera/camera/camera_model.h"
+#include "virtual_camera/usb/descriptors.h"
 
 #include <stdexcept>
+#include <string>
 #include <utility>
 
 namespace virtual_camera {
@@ -13,141 +16,116 @@ namespace {
 constexpr int firstAddress = 2; // 1 is the hub's
 constexpr int lastAddress = 127;
 
-EmulatedBus::Names namesOf(const DeviceDescription &description)
+// A slow camera makes a program wait, and programs know no clock but this.
+std::chrono::microseconds steadyTime()
+{
+    return std::chrono::duration_cast<std::chrono::microseconds>(
+        std::chrono::steady_clock::now().time_since_epoch());
+}
+
+std::shared_ptr<Cable> makeCable(int number, const DeviceDescription &description,
+    const Clock &clock, const std::shared_ptr<RequestLog> &log)
 {
     if (description.kind == DeviceDescription::Kind::Storage)
-        return { "Virtual Optics", "Memory stick", "000001" };
-    const CameraDescription &camera = description.camera;
-    return { camera.manufacturer, camera.product, camera.serial };
+        return std::make_shared<Cable>(
+            number, nullptr, Firmware(describeStorage()), log, steadyTime);
+    auto camera = std::make_unique<CameraModel>(description.camera, clock);
+    Firmware firmware(describeCamera(description.camera),
+        [model = camera.get()](const ControlRequest &request) { return model->answer(request); });
+    return std::make_shared<Cable>(number, std::move(camera), std::move(firmware), log, steadyTime);
 }
 
 } // namespace
 
-Device::Inside::Inside(EmulatedBus &where, RequestLog &requestLog, int ownNumber, int ownPort,
-    DeviceDescription what, const Clock &clock)
-    : bus(where), log(requestLog), number(ownNumber), port(ownPort),
-      address(firstAddress + ownNumber - 1), description(std::move(what))
+Device::Device(Socket &socket, int number, int port, DeviceDescription description,
+    const Clock &clock, const std::shared_ptr<RequestLog> &log)
+    : m_socket(socket), m_number(number), m_port(port), m_description(std::move(description)),
+      m_cable(makeCable(number, m_description, clock, log)), m_address(firstAddress + number - 1)
 {
-    if (description.kind == DeviceDescription::Kind::Camera) {
-        camera = std::make_unique<CameraModel>(description.camera, clock);
-        usb = std::make_unique<UsbDevice>(describeCamera(description.camera), camera.get());
-    } else {
-        usb = std::make_unique<UsbDevice>(describeStorage(), nullptr);
+    plugIn();
+}
+
+void Device::plugIn()
+{
+    Bus::Plug plug{ m_address, m_port, "Virtual Optics", "Memory stick", "000001", "usb-storage",
+        m_cable };
+    if (isCamera()) {
+        plug.manufacturer = m_description.camera.manufacturer;
+        plug.product = m_description.camera.product;
+        plug.serial = m_description.camera.serial;
+        plug.driver = "uvcvideo";
     }
+    m_socket.bus->plug(plug);
+    m_pluggedIn = true;
 }
 
-void Device::Inside::plugIn()
+void Device::pullOut()
 {
-    const char *driver = camera ? "uvcvideo" : "usb-storage";
-    tellOpenError();
-    plug = bus.plug(address, port, namesOf(description), mutex,
-        { number, usb.get(), &faults, &log, driver, {} });
+    m_pluggedIn = false;
+    m_socket.bus->unplug(m_address);
 }
-
-void Device::Inside::pullOut()
-{
-    bus.unplug(*plug, mutex);
-    oldNodes.push_back(plug->node);
-    plug.reset();
-    const std::lock_guard lock(mutex);
-    if (camera)
-        camera->cutPower();
-}
-
-void Device::Inside::tellOpenError() const
-{
-    setOpenError(bus.rootDirectory(), EmulatedBus::devicePath(address), faults.openError);
-}
-
-void Device::Inside::logEvent(LogRecord::Event event) const
-{
-    LogRecord record;
-    record.device = number;
-    record.event = event;
-    log.add(std::move(record));
-}
-
-CameraModel &Device::Inside::theCamera() const
-{
-    if (!camera)
-        throw std::logic_error("device " + std::to_string(number) + " is no camera");
-    return *camera;
-}
-
-Device::Device(std::unique_ptr<Inside> inside) : m_inside(std::move(inside)) { }
-
-Device::~Device() = default;
-
-int Device::number() const { return m_inside->number; }
 
 int Device::address() const
 {
-    const std::lock_guard lock(m_inside->plugMutex);
-    return m_inside->address;
+    const std::lock_guard lock(m_socket.mutex);
+    return m_address;
 }
 
 bool Device::pluggedIn() const
 {
-    const std::lock_guard lock(m_inside->plugMutex);
-    return m_inside->plug.has_value();
+    const std::lock_guard lock(m_socket.mutex);
+    return m_pluggedIn;
 }
-
-bool Device::isCamera() const { return m_inside->camera != nullptr; }
 
 void Device::unplug()
 {
-    const std::lock_guard lock(m_inside->plugMutex);
-    if (!m_inside->plug)
+    const std::lock_guard lock(m_socket.mutex);
+    if (!m_pluggedIn)
         return;
-    m_inside->logEvent(LogRecord::Event::Unplug);
-    m_inside->pullOut();
+    m_cable->logEvent(LogRecord::Event::Unplug);
+    pullOut();
 }
 
 void Device::replug(std::optional<int> address)
 {
-    const std::lock_guard lock(m_inside->plugMutex);
-    if (m_inside->plug)
+    const std::lock_guard lock(m_socket.mutex);
+    if (m_pluggedIn)
         return;
-    const int wanted = address.value_or(m_inside->address);
+    const int wanted = address.value_or(m_address);
     if (wanted < 1 || wanted > lastAddress)
         throw std::invalid_argument("a device's address is from 1 to 127");
-    if (m_inside->bus.occupied(wanted))
+    if (m_socket.bus->occupied(wanted))
         throw std::invalid_argument("address " + std::to_string(wanted) + " is taken");
-    m_inside->address = wanted;
-    m_inside->logEvent(LogRecord::Event::Replug);
-    m_inside->plugIn();
-}
-
-int Device::requestsUnderWay() const
-{
-    const std::lock_guard plugLock(m_inside->plugMutex);
-    const std::lock_guard lock(m_inside->mutex);
-    return m_inside->plug ? m_inside->plug->node->requestsUnderWay() : 0;
+    m_address = wanted;
+    m_cable->logEvent(LogRecord::Event::Replug);
+    plugIn();
 }
 
 CameraState Device::state() const
 {
-    const std::lock_guard lock(m_inside->mutex);
-    return m_inside->theCamera().state();
+    CameraState state;
+    m_cable->withCamera([&state](CameraModel &camera) { state = camera.state(); });
+    return state;
 }
 
 CameraDescription Device::description() const
 {
-    const std::lock_guard lock(m_inside->mutex);
-    return m_inside->theCamera().description();
+    CameraDescription description;
+    m_cable->withCamera(
+        [&description](CameraModel &camera) { description = camera.description(); });
+    return description;
 }
 
 void Device::setRange(Control control, const Range &range)
 {
-    const std::lock_guard lock(m_inside->mutex);
-    m_inside->theCamera().setRange(control, range);
+    m_cable->withCamera([&](CameraModel &camera) { camera.setRange(control, range); });
 }
 
+// An open that is to fail is a matter of the plug, too.
 void Device::change(const std::function<void(Faults &)> &how)
 {
-    const std::lock_guard plugLock(m_inside->plugMutex);
-    const std::lock_guard lock(m_inside->mutex);
-    how(m_inside->faults);
+    const std::lock_guard lock(m_socket.mutex);
+    m_cable->changeFaults(how);
 }
 
 void Device::stall(Control control)
@@ -190,10 +168,7 @@ void Device::delay(std::chrono::milliseconds time)
 
 void Device::refuseOpen(int error)
 {
-    change([this, error](Faults &faults) {
-        faults.openError = error;
-        m_inside->tellOpenError();
-    });
+    change([error](Faults &faults) { faults.openError = error; });
 }
 
 void Device::refuseClaim(bool refuse)
@@ -201,28 +176,9 @@ void Device::refuseClaim(bool refuse)
     change([refuse](Faults &faults) { faults.claimRefused = refuse; });
 }
 
-Faults Device::faults() const
-{
-    const std::lock_guard lock(m_inside->mutex);
-    return m_inside->faults;
-}
-
 void Device::clearFaults()
 {
-    change([this](Faults &faults) {
-        faults = {};
-        m_inside->tellOpenError();
-    });
-}
-
-int Device::openFiles() const
-{
-    const std::lock_guard plugLock(m_inside->plugMutex);
-    const std::lock_guard lock(m_inside->mutex);
-    int count = m_inside->plug ? m_inside->plug->node->openFiles() : 0;
-    for (const std::shared_ptr<UsbfsNode> &node : m_inside->oldNodes)
-        count += node->openFiles();
-    return count;
+    change([](Faults &faults) { faults = {}; });
 }
 
 } // namespace virtual_camera

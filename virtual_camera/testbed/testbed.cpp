@@ -1,6 +1,8 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
-#include "virtual_camera/testbed/device_inside.h"
+#include "virtual_camera/testbed/testbed.h"
+
+#include "virtual_camera/umockdev/umockdev_bus.h"
 
 #include <utility>
 
@@ -27,27 +29,30 @@ int portFor(int number, int count)
 Testbed::Testbed(int count) : Testbed(DeviceDescription::ptzCameras(count)) { }
 
 Testbed::Testbed(std::vector<DeviceDescription> devices, Clock clock)
-    : m_bus(std::make_unique<EmulatedBus>())
+    : Testbed(std::move(devices), std::move(clock), std::make_unique<UmockdevBus>())
+{ }
+
+Testbed::Testbed(std::vector<DeviceDescription> devices, Clock clock, std::unique_ptr<Bus> bus)
+    : m_log(std::make_shared<RequestLog>())
 {
+    m_socket.bus = std::move(bus);
     const Clock time = clock ? std::move(clock) : Clock(steadyTime);
     const int count = static_cast<int>(devices.size());
     for (int number = 1; number <= count; ++number) {
-        auto inside = std::make_unique<Device::Inside>(*m_bus, m_log, number,
-            portFor(number, count), std::move(devices[static_cast<std::size_t>(number - 1)]), time);
-        inside->plugIn();
-        m_devices.push_back(std::unique_ptr<Device>(new Device(std::move(inside))));
+        DeviceDescription &description = devices[static_cast<std::size_t>(number - 1)];
+        m_devices.push_back(std::unique_ptr<Device>(new Device(
+            m_socket, number, portFor(number, count), std::move(description), time, m_log)));
     }
 }
 
 Testbed::~Testbed()
 {
-    for (const std::unique_ptr<Device> &device : m_devices) {
-        const std::lock_guard lock(device->m_inside->plugMutex);
-        if (device->m_inside->plug)
-            device->m_inside->pullOut();
+    {
+        const std::lock_guard lock(m_socket.mutex);
+        m_socket.bus.reset();
     }
-    // umockdev's thread ends with the bus; only then may the devices go.
-    m_bus.reset();
+    // A program may close its files even later, and the log outlives the one who reads it.
+    m_log->setWriter(nullptr);
 }
 
 Device &Testbed::device(int number) { return *m_devices.at(static_cast<std::size_t>(number - 1)); }
@@ -60,6 +65,6 @@ int Testbed::openFiles() const
     return count;
 }
 
-std::string Testbed::rootDirectory() const { return m_bus->rootDirectory(); }
+std::string Testbed::rootDirectory() const { return m_socket.bus->rootDirectory(); }
 
 } // namespace virtual_camera

@@ -50,8 +50,6 @@ void ReadyPipe::setReady(bool ready)
         fill();
 }
 
-void ReadyPipe::remove() { unlink(m_path.c_str()); }
-
 void ReadyPipe::fill() const
 {
     const std::array<char, smallestPipe> page{};

@@ -256,31 +256,4 @@ Descriptors describeStorage()
     return all;
 }
 
-int InterfaceLayout::interfaceOf(std::uint8_t endpoint) const
-{
-    for (const Endpoint &known : endpoints) {
-        if (known.address == endpoint)
-            return known.interfaceNumber;
-    }
-    return -1;
-}
-
-InterfaceLayout readLayout(const Bytes &configuration)
-{
-    InterfaceLayout layout;
-    int current = -1;
-    std::size_t at = 0;
-    while (at + 3 <= configuration.size() && configuration[at] >= 3) {
-        const std::uint8_t type = configuration[at + 1];
-        if (type == interfaceType) {
-            current = configuration[at + 2];
-            layout.interfaces = std::max(layout.interfaces, current + 1);
-        } else if (type == endpointType) {
-            layout.endpoints.push_back({ current, configuration[at + 2] });
-        }
-        at += configuration[at];
-    }
-    return layout;
-}
-
 } // namespace virtual_camera

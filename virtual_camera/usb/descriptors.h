@@ -31,20 +31,4 @@ Bytes stringDescriptor(const std::string &utf8);
 constexpr std::uint8_t statusEndpoint = 0x81;
 constexpr std::uint8_t pictureEndpoint = 0x82;
 
-// The interface numbers and endpoint addresses of a configuration descriptor.
-struct InterfaceLayout
-{
-    int interfaces = 0;
-    struct Endpoint
-    {
-        int interfaceNumber;
-        std::uint8_t address;
-    };
-    std::vector<Endpoint> endpoints;
-
-    // -1 when no interface has such an endpoint.
-    int interfaceOf(std::uint8_t endpoint) const;
-};
-InterfaceLayout readLayout(const Bytes &configuration);
-
 } // namespace virtual_camera

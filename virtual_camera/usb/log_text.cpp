@@ -159,6 +159,8 @@ std::string toText(const LogRecord &record)
         return text + "UNPLUG";
     case LogRecord::Event::Replug:
         return text + "REPLUG";
+    case LogRecord::Event::Reset:
+        return text + "RESET file=" + std::to_string(record.file);
     }
     return text;
 }

@@ -22,7 +22,8 @@ struct LogRecord
         Open,
         Close,
         Unplug,
-        Replug
+        Replug,
+        Reset // by a program
     };
     enum class Result {
         Ok,

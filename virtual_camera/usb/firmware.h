@@ -4,22 +4,27 @@
 
 #include "virtual_camera/camera/control_request.h"
 #include "virtual_camera/usb/descriptors.h"
+#include "virtual_camera/usb/interface_layout.h"
 
+#include <functional>
 #include <vector>
 
 namespace virtual_camera {
 
-class CameraModel;
-
-// A device at the end of a cable: answers the requests that every USB device answers, and hands
-// those of the video class to its camera if it is one. Not locked: one thread at a time.
-class UsbDevice
+/// What runs inside a device: answers the requests that every USB device answers, and hands those
+/// of its class on. Not locked: one thread at a time.
+class Firmware
 {
 public:
-    // The camera stays the caller's; null for a device that is none.
-    UsbDevice(Descriptors descriptors, CameraModel *camera);
+    using ClassRequests = std::function<Answer(const ControlRequest &)>;
+
+    /// Without class requests, every request of a class stalls.
+    explicit Firmware(Descriptors descriptors, ClassRequests classRequests = {});
 
     Answer answer(const ControlRequest &request);
+    /// All interfaces go back to their first setting.
+    void reset();
+
     const Descriptors &descriptors() const { return m_descriptors; }
     const InterfaceLayout &layout() const { return m_layout; }
 
@@ -31,7 +36,7 @@ private:
     Descriptors m_descriptors;
     InterfaceLayout m_layout;
     std::vector<std::uint8_t> m_alternates; // chosen setting of each interface
-    CameraModel *m_camera;
+    ClassRequests m_classRequests;
 };
 
 } // namespace virtual_camera

@@ -1,29 +1,14 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
-#include "virtual_camera/usb/usb_device.h"
-
-#include "virtual_camera/camera/camera_model.h"
+#include "virtual_camera/usb/firmware.h"
 
 #include <algorithm>
+#include <linux/usb/ch9.h>
 #include <utility>
 
 namespace virtual_camera {
 
 namespace {
-
-enum StandardRequest : std::uint8_t {
-    GetStatus = 0,
-    ClearFeature = 1,
-    SetFeature = 3,
-    GetDescriptor = 6,
-    GetConfiguration = 8,
-    SetConfiguration = 9,
-    GetInterface = 10,
-    SetInterface = 11
-};
-
-constexpr int toDevice = 0;
-constexpr int toInterface = 1;
 
 // A device never sends more than it was asked for.
 Answer upTo(std::uint16_t length, Bytes bytes)
@@ -34,75 +19,71 @@ Answer upTo(std::uint16_t length, Bytes bytes)
 
 } // namespace
 
-UsbDevice::UsbDevice(Descriptors descriptors, CameraModel *camera)
+Firmware::Firmware(Descriptors descriptors, ClassRequests classRequests)
     : m_descriptors(std::move(descriptors)), m_layout(readLayout(m_descriptors.configuration)),
-      m_alternates(static_cast<std::size_t>(m_layout.interfaces)), m_camera(camera)
+      m_alternates(static_cast<std::size_t>(m_layout.interfaces())),
+      m_classRequests(std::move(classRequests))
 { }
 
-Answer UsbDevice::answer(const ControlRequest &request)
+void Firmware::reset() { std::fill(m_alternates.begin(), m_alternates.end(), std::uint8_t{ 0 }); }
+
+Answer Firmware::answer(const ControlRequest &request)
 {
     if (request.isStandard())
         return answerStandard(request);
-    if (m_camera != nullptr)
-        return m_camera->answer(request);
-    return Answer::stall();
+    return m_classRequests ? m_classRequests(request) : Answer::stall();
 }
 
-Answer UsbDevice::answerStandard(const ControlRequest &request)
+Answer Firmware::answerStandard(const ControlRequest &request)
 {
     const bool reads = request.hostReads();
     const bool knownInterface =
-        request.recipient() == toInterface && request.index < m_alternates.size();
+        request.recipient() == USB_RECIP_INTERFACE && request.index < m_alternates.size();
     switch (request.request) {
-    case GetStatus:
+    case USB_REQ_GET_STATUS:
         return reads ? upTo(request.length, { 0, 0 }) : Answer::stall();
-    case ClearFeature:
-    case SetFeature:
+    case USB_REQ_CLEAR_FEATURE:
+    case USB_REQ_SET_FEATURE:
         return reads ? Answer::stall() : Answer::done();
-    case GetDescriptor:
-        return reads && request.recipient() == toDevice ? descriptor(request) : Answer::stall();
-    case GetConfiguration:
+    case USB_REQ_GET_DESCRIPTOR:
+        return reads && request.recipient() == USB_RECIP_DEVICE ? descriptor(request)
+                                                                : Answer::stall();
+    case USB_REQ_GET_CONFIGURATION:
         return reads ? upTo(request.length, { 1 }) : Answer::stall();
-    case SetConfiguration:
+    case USB_REQ_SET_CONFIGURATION:
         return !reads && request.value <= 1 ? Answer::done() : Answer::stall();
-    case GetInterface:
+    case USB_REQ_GET_INTERFACE:
         return reads && knownInterface ? upTo(request.length, { m_alternates[request.index] })
                                        : Answer::stall();
-    case SetInterface:
+    case USB_REQ_SET_INTERFACE:
         return !reads && knownInterface ? setAlternate(request) : Answer::stall();
     default:
         return Answer::stall();
     }
 }
 
-Answer UsbDevice::descriptor(const ControlRequest &request) const
+Answer Firmware::descriptor(const ControlRequest &request) const
 {
-    constexpr std::uint8_t device = 1;
-    constexpr std::uint8_t configuration = 2;
-    constexpr std::uint8_t string = 3;
-    constexpr std::uint8_t qualifier = 6;
     const std::uint8_t number = static_cast<std::uint8_t>(request.value & 0xffU);
     switch (request.value >> 8U) {
-    case device:
+    case USB_DT_DEVICE:
         return upTo(request.length, m_descriptors.device);
-    case configuration:
+    case USB_DT_CONFIG:
         return number == 0 ? upTo(request.length, m_descriptors.configuration) : Answer::stall();
-    case string:
+    case USB_DT_STRING:
         if (number >= m_descriptors.strings.size())
             return Answer::stall();
         return upTo(request.length, m_descriptors.strings[number]);
-    case qualifier:
+    case USB_DT_DEVICE_QUALIFIER:
         return upTo(request.length, m_descriptors.qualifier);
     default:
         return Answer::stall();
     }
 }
 
-Answer UsbDevice::setAlternate(const ControlRequest &request)
+Answer Firmware::setAlternate(const ControlRequest &request)
 {
-    const std::uint8_t settings =
-        m_camera != nullptr && request.index == streamingInterface ? 2 : 1;
-    if (request.value >= settings)
+    if (m_layout.find(request.index, request.value) == nullptr)
         return Answer::stall();
     m_alternates[request.index] = static_cast<std::uint8_t>(request.value);
     return Answer::done();
