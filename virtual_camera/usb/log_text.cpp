@@ -141,6 +141,8 @@ const char *eventName(LogRecord::Event event)
         return "unplug";
     case LogRecord::Event::Replug:
         return "replug";
+    case LogRecord::Event::Reset:
+        return "reset";
     }
     return "";
 }
