@@ -12,9 +12,8 @@ namespace Ui {
 class NO_Device;
 }
 
-/// The notice that no camera is connected. Its sentence is a picture; Quit ends the program, OK
-/// takes the notice down. Made hidden; placed from main_position_x and main_position_y, and above
-/// all other windows if TopFlag is 1 at that moment.
+/// The notice that no camera is connected. Its text is a picture. Created hidden, placed from
+/// main_position_x and main_position_y, and stays on top if TopFlag is 1 at that moment.
 class NO_Device : public QDialog
 {
     Q_OBJECT
@@ -39,6 +38,6 @@ public slots:
 
 private:
     std::unique_ptr<Ui::NO_Device> dialogForm; ///< the widgets, by object name
-    QPoint lastGlobalPos; ///< the pointer's global position at the last step of a drag
-    bool pressed = false; ///< the left button, pressed on the notice, is held
+    QPoint lastGlobalPos;                      ///< the pointer's, at the last step of a drag
+    bool pressed = false; ///< the left button was pressed on the notice and is held
 };

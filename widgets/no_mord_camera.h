@@ -12,9 +12,8 @@ namespace Ui {
 class NO_Mord_Camera;
 }
 
-/// The notice that the chosen camera position is empty. Its sentence is a picture; OK takes the
-/// notice down. Made hidden; placed from main2_position_x and main2_position_y, and above all
-/// other windows if Top2Flag is 1 at that moment.
+/// The notice that the chosen camera does not exist. Its text is a picture. Created hidden, placed
+/// from main2_position_x and main2_position_y, and stays on top if Top2Flag is 1 at that moment.
 class NO_Mord_Camera : public QDialog
 {
     Q_OBJECT
@@ -37,6 +36,6 @@ public slots:
 
 private:
     std::unique_ptr<Ui::NO_Mord_Camera> dialogForm; ///< the widgets, by object name
-    QPoint lastGlobalPos; ///< the pointer's global position at the last step of a drag
-    bool pressed = false; ///< the left button, pressed on the notice, is held
+    QPoint lastGlobalPos;                           ///< the pointer's, at the last step of a drag
+    bool pressed = false; ///< the left button was pressed on the notice and is held
 };

@@ -12,8 +12,7 @@ void setUp(QDialog *notice, const QPoint &mainTopLeft, bool onTop)
 {
     notice->setWindowFlags(Qt::FramelessWindowHint);
     notice->setAttribute(Qt::WA_TranslucentBackground, true);
-    // A notice may be the only window left while the panel is in the tray. Dismissing it with the
-    // Escape key must not end the program then.
+    // Escape on the only visible window must not end the program while the panel is in the tray.
     notice->setAttribute(Qt::WA_QuitOnClose, false);
     notice->setFixedSize(notice->width(), notice->height());
     notice->move(mainTopLeft.x() + notice->width() / 2, mainTopLeft.y() + notice->height() / 2);

@@ -1,8 +1,8 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// What both notices do alike: a small picture in a window of its own that can be dragged. Their
-// members and event handlers are fixed for each class, so this is shared by function.
+// What both notices share: a small picture in a draggable window. Each class has its own members
+// and event handlers, so they share functions, not a base class.
 #pragma once
 
 class QDialog;
@@ -15,11 +15,11 @@ namespace notice_window {
 /// right of and below `mainTopLeft` (screen coordinates), above all other windows if `onTop`.
 void setUp(QDialog *notice, const QPoint &mainTopLeft, bool onTop);
 
-/// A drag starts when the left button goes down on the notice, beside its buttons.
+/// Starts a drag with the left button.
 void dragPress(const QMouseEvent *event, QPoint *lastGlobalPos, bool *pressed);
-/// The notice follows the pointer from step to step while the left button is held.
+/// Moves the notice by the pointer's last step while the left button is held.
 void dragMove(QDialog *notice, const QMouseEvent *event, QPoint *lastGlobalPos, bool pressed);
-/// The drag ends when the left button goes up.
+/// Ends the drag.
 void dragRelease(const QMouseEvent *event, bool *pressed);
 
 } // namespace notice_window

@@ -17,8 +17,8 @@ int lastTiltLevel = 0; // NOLINT(cppcoreguidelines-avoid-non-const-global-variab
 
 namespace {
 
-// Pixels at 72 dots per inch. The centre fits the 116 × 116 pixels that the form gives the widget;
-// the reports are taken from it, not from the painted centre, also at other resolutions.
+// Pixels at 72 dots per inch. The centre is that of the form's 116 × 116 pixels; reports are
+// relative to it and not to the painted centre, even at other resolutions.
 constexpr double reportCentre = 58.0;
 constexpr double reportUnit = 5.0; ///< one speed level; also half the grid's middle band
 constexpr double discRadius = 22.0;
@@ -27,7 +27,7 @@ constexpr double initialSide = 100.0;
 constexpr double baseResolution = 72.0;
 constexpr int reportPeriod = 100; ///< ms
 
-/// 1 on the desktop that the panel is laid out for, and where there is no screen to ask.
+/// 1 at 72 dots per inch, and without a screen.
 double firstScreenScale()
 {
     const QList<QScreen *> screens = QGuiApplication::screens();
@@ -58,7 +58,7 @@ RockerHandle::~RockerHandle() = default;
 
 double RockerHandle::Pointdis(int x1, int y1, int x2, int y2)
 {
-    // Unsigned, since there wrapping around is defined.
+    // Unsigned, where overflow is defined.
     const auto square = [](int from, int to) {
         const quint32 difference = static_cast<quint32>(to) - static_cast<quint32>(from);
         return difference * difference;
@@ -113,8 +113,7 @@ void RockerHandle::mouseReleaseEvent(QMouseEvent *)
 
 void RockerHandle::mouseMoveEvent(QMouseEvent *event)
 {
-    // Every second move is painted. The ticks report what was painted, so they may be one move
-    // behind the pointer.
+    // Only every second move repaints, so the reports can lag the pointer by one move.
     static bool moveToggle = false;
     mousePoint = event->pos();
     if (moveToggle)
@@ -129,7 +128,7 @@ void RockerHandle::paintEvent(QPaintEvent *)
 
     const int radius = handleRadius;
     const int x = handlePoint.x();
-    // Both ends have the same colour: the disc is flat gray.
+    // Both ends have the same colour: flat gray.
     QLinearGradient gradient(x - radius, x - radius, x + radius, x - radius);
     gradient.setColorAt(0.0, Qt::gray);
     gradient.setColorAt(1.0, Qt::gray);
@@ -139,7 +138,7 @@ void RockerHandle::paintEvent(QPaintEvent *)
     painter.drawEllipse(x - radius, handlePoint.y() - radius, 2 * radius, 2 * radius);
 }
 
-/// Works out where the disc stands, from the widget's size and the pointer.
+/// Computes the disc's position from the widget's size and the pointer.
 void RockerHandle::placeHandle()
 {
     baseRadius = std::min(width(), height()) / 2;
@@ -151,7 +150,7 @@ void RockerHandle::placeHandle()
     const QPoint offset = mousePoint - centerPoint;
     pointerDistance = Pointdis(baseRadius, baseRadius, mousePoint.x(), mousePoint.y());
     const int travel = baseRadius - handleRadius;
-    // Beyond 190 dots per inch the disc is larger than the widget, and there is no travel at all.
+    // Beyond 190 dots per inch the disc is larger than the widget and cannot travel.
     if (travel >= pointerDistance || pointerDistance == 0.0) {
         handlePoint = centerPoint;
         return;

@@ -8,15 +8,15 @@
 
 class QTimer;
 
-/// The tilt level that the joystick reported last.
+/// The tilt level last reported.
 extern int lastTiltLevel; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
-/// The joystick: a gray disc on a transparent ground. While a mouse button is held on it, it
-/// reports every 100 ms where the disc stands and how far it is out on each axis.
+/// The joystick: a gray disc on a transparent background. While a mouse button is held on it, it
+/// reports the disc's direction and its distance on each axis every 100 ms.
 ///
-/// It is coarse by design. As long as the pointer is inside the travel circle the disc rests in
-/// the centre; beyond it the disc jumps to the circle's rim, in the pointer's direction. The
-/// levels thus tell the direction of a drag, not its length.
+/// It is coarse by design. While the pointer is inside the travel circle, the disc rests in the
+/// centre; beyond it, the disc jumps to the circle's rim in the pointer's direction. The levels
+/// depend on the direction of a drag, not on its length.
 class RockerHandle : public QWidget
 {
     Q_OBJECT
@@ -29,12 +29,12 @@ public:
     double Pointdis(int x1, int y1, int x2, int y2);
 
 signals:
-    /// The cell of a 3 × 3 grid in which the disc stands, counted in reading order from 0; 4 is the
-    /// centre: no motion. Sent on every tick, and once, with 4, on release.
+    /// The disc's cell in a 3 × 3 grid, in reading order from 0; 4, the centre, is no motion.
+    /// Emitted on every tick, and once, with 4, on release.
     void keyNumchanged(int num);
-    /// How far the disc is out to the left or right, 0 to 7. Sent on every tick.
+    /// The disc's horizontal distance from the centre, 0 to 7. Emitted on every tick.
     void Speed_Pan(int num);
-    /// How far the disc is out upwards or downwards, 0 to 7. Sent on every tick.
+    /// The disc's vertical distance from the centre, 0 to 7. Emitted on every tick.
     void Speed_Tilt(int num);
 
 private slots:
@@ -48,7 +48,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    friend class RockerHandleProbe; // the tests' window on the members below
+    friend class RockerHandleProbe; // gives the tests access to the members below
 
     void placeHandle();
     int gridBand(int coordinate) const;

@@ -28,14 +28,14 @@ protected:
     }
     static Range flicker() { return { 0, 2, 2, 1, 1 }; }
 
-    /// Plugs in cameras with these ranges, but for `changes`.
-    void plugInOnRanges(int cameras, const std::vector<std::pair<Control, Range>> &changes = {})
+    /// Plugs in cameras with these ranges, but for `others`.
+    void plugInOnRanges(int cameras, const std::vector<std::pair<Control, Range>> &others = {})
     {
         virtual_camera::CameraDescription camera;
         for (const ImageProperty &row : imageProperties())
             camera.range(row.control) = rangeOf(row);
         camera.range(Control::PowerLineFrequency) = flicker();
-        for (const auto &[control, range] : changes)
+        for (const auto &[control, range] : others)
             camera.range(control) = range;
         plugIn(std::vector<virtual_camera::DeviceDescription>(static_cast<std::size_t>(cameras),
             virtual_camera::DeviceDescription::ptzCamera(camera)));
@@ -51,6 +51,24 @@ protected:
         ASSERT_TRUE(form().Win_Right->isVisible());
     }
 
+    /// Notes from now on what changes on the panel.
+    const std::vector<std::string> &noteOrder()
+    {
+        const auto note = [this](const QString &what) { changes.push_back(what.toStdString()); };
+        for (const ImageProperty &row : imageProperties()) {
+            const QString name = row.name;
+            QObject::connect(slider(row), &QSlider::rangeChanged, window.get(),
+                [=](int min, int max) { note(QString("%1 %2..%3").arg(name).arg(min).arg(max)); });
+            QObject::connect(slider(row), &QSlider::valueChanged, window.get(),
+                [=](int value) { note(QString("%1 at %2").arg(name).arg(value)); });
+            QObject::connect(box(row), &QLineEdit::textChanged, window.get(),
+                [=](const QString &text) { note(name + " shows " + text); });
+        }
+        QObject::connect(flickerChoice(), &QComboBox::currentTextChanged, window.get(),
+            [=](const QString &text) { note("choice " + text); });
+        return changes;
+    }
+
     QSlider *slider(const ImageProperty &row)
     {
         return window->findChild<QSlider *>(QString("slider_") + row.widget);
@@ -61,4 +79,7 @@ protected:
     }
     QString shown(const ImageProperty &row) { return box(row)->text(); }
     QComboBox *flickerChoice() { return form().cb_fliker; }
+
+private:
+    std::vector<std::string> changes;
 };

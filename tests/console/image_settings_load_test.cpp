@@ -80,19 +80,7 @@ TEST_F(SettingsLoad, FillsThePanelInItsOrder)
 {
     plugInOnRanges(1);
     makeWindow();
-    Names order;
-    const auto note = [&order](const QString &what) { order.push_back(what.toStdString()); };
-    for (const ImageProperty &row : imageProperties()) {
-        const QString name = row.name;
-        QObject::connect(slider(row), &QSlider::rangeChanged, window.get(),
-            [=](int min, int max) { note(QString("%1 %2..%3").arg(name).arg(min).arg(max)); });
-        QObject::connect(slider(row), &QSlider::valueChanged, window.get(),
-            [=](int value) { note(QString("%1 at %2").arg(name).arg(value)); });
-        QObject::connect(box(row), &QLineEdit::textChanged, window.get(),
-            [=](const QString &text) { note(name + " shows " + text); });
-    }
-    QObject::connect(flickerChoice(), &QComboBox::currentTextChanged, window.get(),
-        [=](const QString &text) { note("choice " + text); });
+    const Names &order = noteOrder();
     window->Setting_Press(0);
     forgetSent();
     EXPECT_EQ(order,
@@ -138,10 +126,10 @@ TEST_F(SettingsLoad, ShowsOddRangesAsTheyAreBesideASliderThatIsClamped)
         // The maximum is set last and takes the minimum along.
         { Control::Sharpness, { 60, 20, 30, 25, 1 }, { 25, 20, "25" } },
     };
-    std::vector<std::pair<Control, Range>> changes;
+    std::vector<std::pair<Control, Range>> odd;
     for (const auto &row : rows)
-        changes.emplace_back(row.control, row.range);
-    plugInOnRanges(1, changes);
+        odd.emplace_back(row.control, row.range);
+    plugInOnRanges(1, odd);
     start(1);
     for (const auto &row : rows) {
         expectRow(property(row.control), row.shown);

@@ -267,20 +267,13 @@ TEST_F(SettingsDefault, NextGrabUpdatesTheCurrentValue)
 TEST_F(SettingsDefault, FillsThePanelInItsOrder)
 {
     startOnRanges();
-    std::vector<std::string> order, expected;
-    for (const ImageProperty &row : imageProperties()) {
-        const std::string name = row.name;
-        QObject::connect(slider(row), &QSlider::valueChanged, window.get(),
-            [&order, name](int) { order.push_back(name); });
-        QObject::connect(box(row), &QLineEdit::textChanged, window.get(),
-            [&order, name](const QString &) { order.push_back("box of " + name); });
-        expected.push_back(name);
-    }
-    QObject::connect(flickerChoice(), &QComboBox::currentTextChanged, window.get(),
-        [&order](const QString &) { order.emplace_back("choice"); });
-    expected.emplace_back("choice");
+    std::vector<std::string> expected;
     for (const ImageProperty &row : imageProperties())
-        expected.push_back(std::string("box of ") + row.name);
+        expected.push_back(row.name + (" at " + std::to_string(rangeOf(row).def)));
+    expected.emplace_back("choice 60HZ");
+    for (const ImageProperty &row : imageProperties())
+        expected.push_back(row.name + (" shows " + std::to_string(rangeOf(row).def)));
+    const std::vector<std::string> &order = noteOrder();
     window->on_btn_default_clicked();
     forgetSent();
     EXPECT_EQ(order, expected);
