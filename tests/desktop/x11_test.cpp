@@ -43,23 +43,6 @@ private:
     std::map<const char *, QByteArray> before;
 };
 
-TEST_F(Environment, HasALogicalResolutionOfSeventyTwoWhateverTheUserHasSet)
-{
-    qputenv("QT_FONT_DPI", "96");
-    qputenv("QT_DPI_ADJUSTMENT_POLICY", "DontAdjustDpi");
-    qputenv("QT_SCALE_FACTOR_ROUNDING_POLICY", "PassThrough");
-    qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
-    qputenv("QT_AUTO_SCREEN_SCALE_FACTOR", "0");
-    qputenv("QT_USE_PHYSICAL_DPI", "1");
-    desktop::prepareEnvironment();
-    EXPECT_EQ(qgetenv("QT_FONT_DPI"), "72");
-    EXPECT_EQ(qgetenv("QT_DPI_ADJUSTMENT_POLICY"), "AdjustDpi");
-    EXPECT_EQ(qgetenv("QT_SCALE_FACTOR_ROUNDING_POLICY"), "Round");
-    EXPECT_FALSE(qEnvironmentVariableIsSet("QT_ENABLE_HIGHDPI_SCALING"));
-    EXPECT_FALSE(qEnvironmentVariableIsSet("QT_AUTO_SCREEN_SCALE_FACTOR"));
-    EXPECT_FALSE(qEnvironmentVariableIsSet("QT_USE_PHYSICAL_DPI"));
-}
-
 TEST_F(Environment, WithoutAnXServerIsOtherwiseLeftToTheToolkit)
 {
     for (const char *const display : { "", ":4711" }) {

@@ -16,19 +16,25 @@ DESKTOP = pytest.StashKey[Desktop]()
 
 
 @pytest.fixture(scope="module")
-def desktop(request):
+def scale():
+    """Pixels of the X server for each of the panel."""
+    return 1
+
+
+@pytest.fixture(scope="module")
+def desktop(request, scale):
     """The screen, window manager and tray that the tests of a file share."""
-    with Desktop() as made:
+    with Desktop(scale=scale) as made:
         request.node.stash[DESKTOP] = made
         yield made
 
 
 @pytest.fixture
-def start(request):
+def start(request, scale):
     """Starts a panel on a desktop of its own; both end with the test."""
     with contextlib.ExitStack() as ends:
         def start_panel(*arguments, on=None, **options):
-            desktop = on or ends.enter_context(Desktop())
+            desktop = on or ends.enter_context(Desktop(scale=scale))
             request.node.stash[DESKTOP] = desktop
             return ends.enter_context(Panel(desktop, *arguments, **options))
         yield start_panel

@@ -16,9 +16,9 @@ OUTSIDE = (960, 1000)
 
 
 @pytest.fixture(scope="module")
-def desktop():
+def desktop(scale):
     """A desktop whose window manager leaves windows where they put themselves."""
-    with Desktop(window_manager=JWM, tray=False) as made:
+    with Desktop(window_manager=JWM, tray=False, scale=scale) as made:
         yield made
 
 

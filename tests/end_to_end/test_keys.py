@@ -63,6 +63,13 @@ def test_a_key_held_for_two_seconds_stops_the_camera_at_the_release_and_not_befo
     assert set(starts) == set(at_press)
 
 
+def test_a_held_key_repeats_after_an_event_from_the_future(panel, desktop):
+    desktop.windows.send_release_of_the_future(panel.window, desktop.keyboard.code("a"))
+    with desktop.keyboard.held("Right"):
+        panel.await_requests([pan(+1, 21)] * 5)
+    assert set(panel.received()) == {pan(+1, 21), halt(), halt_zoom()}
+
+
 def test_taps_that_are_quicker_than_any_finger_are_taps_all_the_same(panel, desktop):
     for _ in range(5):
         desktop.keyboard.tap("Right")

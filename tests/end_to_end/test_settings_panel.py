@@ -6,7 +6,7 @@
 import pytest
 
 from harness import face
-from harness.hands import WHEEL_DOWN, WHEEL_UP
+from harness.hands import MIDDLE, WHEEL_DOWN, WHEEL_UP
 from harness.pictures import settings_panel_shown
 from harness.requests import auto_white_balance, flicker, image_property
 from harness.waiting import wait_for
@@ -83,6 +83,15 @@ def test_a_settings_slider_sends_each_value_that_it_is_dragged_to(settings, name
             panel.await_requests([image_property(name, value) for value in values])
     assert panel.received() == [image_property(name, value) for value in values]
     assert shown_value(panel, name) == str(low)
+
+
+@pytest.mark.parametrize("name", face.SETTINGS)
+def test_a_middle_click_sends_the_value_once(settings, name):
+    panel = settings
+    low, _, _ = range_of(panel, name)
+    panel.desktop.mouse.click(*handle(panel, name, low), button=MIDDLE)
+    requests = panel.received()
+    assert requests == [image_property(name, int(shown_value(panel, name)))]
 
 
 @pytest.mark.parametrize("name", face.SETTINGS)

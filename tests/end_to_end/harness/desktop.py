@@ -10,7 +10,7 @@ from pathlib import Path
 
 import Xlib.display
 from PIL import Image
-from Xlib import X
+from Xlib import X, Xatom
 
 from . import processes
 from .hands import Keyboard, Mouse
@@ -40,10 +40,13 @@ _JWM_SETTINGS = """<?xml version="1.0"?>
 
 
 class Desktop:
-    """A screen of 1920 by 1080 pixels unless it is said. Use it in a with statement."""
+    """A screen of 1920 by 1080 pixels of the panel unless it is said; each is `scale` by `scale`
+    pixels of the X server. Use it in a with statement."""
 
-    def __init__(self, window_manager=OPENBOX, tray=True, compositor=False, size=(WIDTH, HEIGHT)):
+    def __init__(self, window_manager=OPENBOX, tray=True, compositor=False, size=(WIDTH, HEIGHT),
+                 scale=1):
         self.width, self.height = size
+        self.scale = scale
         self.home = Path(tempfile.mkdtemp(prefix="ptz-desktop-"))
         self.home.chmod(0o700)
         self._processes = []
@@ -71,6 +74,12 @@ class Desktop:
             processes.stop(process)
         shutil.rmtree(self.home, ignore_errors=True)
 
+    def set_resource(self, resource):
+        """Makes this the only X resource of the desktop."""
+        self._screen.root.change_property(
+            Xatom.RESOURCE_MANAGER, Xatom.STRING, 8, f"{resource}\n".encode())
+        self._display.sync()
+
     def start_tray(self):
         self._start_and_await(
             "_NET_SYSTEM_TRAY_S0", "trayer", "--edge", "bottom", "--align", "right",
@@ -92,16 +101,18 @@ class Desktop:
         width, height = width or self.width, height or self.height
         if left < 0 or top < 0 or left + width > self.width or top + height > self.height:
             return self.screenshot().crop((left, top, left + width, top + height))
-        raw = self._screen.root.get_image(left, top, width, height, X.ZPixmap, 0xFFFFFFFF)
-        return Image.frombytes("RGB", (width, height), raw.data, "raw", "BGRX")
+        left, top, *size = [round(n * self.scale) for n in (left, top, width, height)]
+        raw = self._screen.root.get_image(left, top, *size, X.ZPixmap, 0xFFFFFFFF)
+        picture = Image.frombytes("RGB", size, raw.data, "raw", "BGRX")
+        return picture if self.scale == 1 else picture.resize((width, height), Image.BOX)
 
     def _start_server(self):
         reading, writing = os.pipe()
         with os.fdopen(reading) as announced:
             self._server = processes.start(
                 ["Xvfb", "-displayfd", str(writing), "-screen", "0",
-                 f"{self.width}x{self.height}x24",
-                 "-dpi", "96", "-nolisten", "tcp", "-noreset"],
+                 f"{round(self.width * self.scale)}x{round(self.height * self.scale)}x24",
+                 "-dpi", str(round(96 * self.scale)), "-nolisten", "tcp", "-noreset"],
                 dict(os.environ), log=self.home / "Xvfb.log", pass_fds=[writing])
             os.close(writing)
             self._processes.append(self._server)
@@ -112,8 +123,8 @@ class Desktop:
         self.environment = processes.clean_environment(self.home, self.name)
         self._display = Xlib.display.Display(self.name)
         self._screen = self._display.screen()
-        self.windows = Windows(self._display)
-        self.mouse = Mouse(self._display)
+        self.windows = Windows(self._display, self.scale)
+        self.mouse = Mouse(self._display, self.scale)
         self.keyboard = Keyboard(self._display)
 
     def _start_window_manager(self, name):

@@ -12,13 +12,14 @@ LEFT, MIDDLE, RIGHT, WHEEL_UP, WHEEL_DOWN = 1, 2, 3, 4, 5
 
 
 class Mouse:
-    """The pointer. Places are pixels of the screen."""
+    """The pointer. Places are pixels of the panel, of which each is so many of the screen."""
 
-    def __init__(self, display):
+    def __init__(self, display, scale=1):
         self._display = display
+        self.scale = scale
 
     def move_to(self, x, y):
-        self._fake(X.MotionNotify, 0, x=x, y=y)
+        self._fake(X.MotionNotify, 0, x=round(x * self.scale), y=round(y * self.scale))
 
     def press(self, button=LEFT):
         self._fake(X.ButtonPress, button)
@@ -95,8 +96,12 @@ class Keyboard:
                 self._display.change_keyboard_control(auto_repeat_mode=X.AutoRepeatModeOn)
                 self._display.sync()
 
-    def _fake(self, kind, key):
+    def code(self, key):
+        """The X server's code for the key."""
         code = self._display.keysym_to_keycode(XK.string_to_keysym(key))
         assert code, f"no such key: {key}"
-        xtest.fake_input(self._display, kind, code)
+        return code
+
+    def _fake(self, kind, key):
+        xtest.fake_input(self._display, kind, self.code(key))
         self._display.sync()

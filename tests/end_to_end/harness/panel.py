@@ -157,8 +157,8 @@ class Panel:
 
     def on_screen(self, x, y):
         """The place on the screen of a place in the window."""
-        place = self.place()
-        return place.x + x, place.y + y
+        corner = self._windows.corner(self.window)
+        return corner[0] + x, corner[1] + y
 
     def middle_of(self, control):
         """The place on the screen of the control's middle, where it is about to be used."""
@@ -178,7 +178,7 @@ class Panel:
         """Drags the window by its background, or from another place on the screen, until its
         corner is there. The window follows step by step, so that the pointer stays over it."""
         before = self.place()
-        grip = grip or self.on_screen(*face.BACKGROUND)
+        grip = [round(place) for place in grip or self.on_screen(*face.BACKGROUND)]
         way = (x - before.x, y - before.y)
         steps = max(abs(way[0]), abs(way[1])) // 100 + 1
         with self.desktop.mouse.held(*grip) as mouse:

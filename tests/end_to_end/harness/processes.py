@@ -49,9 +49,6 @@ def clean_environment(home, display):
         XDG_CONFIG_HOME=str(home / ".config"),
         LANG="C.UTF-8",
         DISPLAY=display,
-        # The panel draws without OpenGL. The toolkit loads the driver all the same and drops it
-        # again; what the driver kept until then is a leak to the sanitizer.
-        QT_XCB_GL_INTEGRATION="none",
         # No session bus: the tray icon goes the way of the X server.
         DBUS_SESSION_BUS_ADDRESS=f"unix:path={home}/no-bus")
     return environment

@@ -3,6 +3,8 @@
 
 """What stands on the screen: windows, their places, the one that has the keyboard."""
 
+import math
+import time
 from collections import namedtuple
 
 import Xlib.display
@@ -15,10 +17,12 @@ Place = namedtuple("Place", "x y width height")
 
 
 class Windows:
-    """Looks at all windows of an X server, and asks its window manager for things."""
+    """Looks at all windows of an X server, and asks its window manager for things. Places are
+    pixels of the panel, of which each is so many of the screen."""
 
-    def __init__(self, display):
+    def __init__(self, display, scale=1):
         self._display = display
+        self.scale = scale
         self._root = display.screen().root
         self._echoes = None
         self._pings = 0
@@ -68,8 +72,14 @@ class Windows:
     def place(self, window):
         """Where the window's inside is on the screen, and how large it is."""
         size = window.get_geometry()
+        place = (*self.corner(window), size.width / self.scale, size.height / self.scale)
+        # A half always goes the same way, so that what moves by whole pixels is seen to.
+        return Place(*[math.floor(length + 0.5) for length in place])
+
+    def corner(self, window):
+        """Where the corner of the window's inside is on the screen, unrounded."""
         corner = self._root.translate_coords(window, 0, 0)
-        return Place(corner.x, corner.y, size.width, size.height)
+        return corner.x / self.scale, corner.y / self.scale
 
     def process_of(self, window):
         """The id of the process that owns the window, if it told."""
@@ -138,6 +148,14 @@ class Windows:
             if happened.type == X.ClientMessage and happened.data[1][1] == self._pings:
                 return True
         return False
+
+    def send_release_of_the_future(self, window, code):
+        """Sends the window a key release that is dated a minute ahead of the X server's clock."""
+        now = int(time.clock_gettime(time.CLOCK_MONOTONIC) * 1000)
+        window.send_event(event.KeyRelease(
+            time=(now + 60000) % 2**32, root=self._root, window=window, child=X.NONE, detail=code,
+            root_x=0, root_y=0, event_x=0, event_y=0, state=0, same_screen=1))
+        self._display.sync()
 
     def show_desktop(self, number):
         """Has the window manager show its desktop of that number, from 0."""
