@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cerrno>
+#include <dirent.h>
 #include <fcntl.h>
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -19,6 +20,7 @@
 #include <sstream>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/un.h>
 #include <thread>
 #include <unistd.h>
@@ -467,6 +469,65 @@ TEST(Uevents, AreLostOnAListenerThatDoesNotRead)
     Listener listener;
     bed.device(1).unplug();
     EXPECT_EQ(listener.next()["ACTION"], "remove");
+}
+
+// A device node of the computer's own, next to the emulated ones.
+class OwnDevice
+{
+public:
+    OwnDevice()
+    {
+        std::error_code error;
+        std::filesystem::create_directories(m_folder, error);
+        const int file = ::open(path(), O_CREAT | O_RDWR | O_CLOEXEC, 0600);
+        m_made = file >= 0;
+        if (m_made)
+            ::close(file);
+    }
+    ~OwnDevice()
+    {
+        if (m_made)
+            unlink(path());
+        rmdir(m_folder);
+        if (!m_hadFolder) {
+            rmdir("/dev/bus/usb");
+            rmdir("/dev/bus");
+        }
+    }
+    OwnDevice(const OwnDevice &) = delete;
+    OwnDevice &operator=(const OwnDevice &) = delete;
+
+    bool made() const { return m_made; }
+    static const char *path() { return "/dev/bus/usb/250/003"; }
+
+private:
+    const bool m_hadFolder = std::filesystem::exists("/dev/bus/usb");
+    const char *m_folder = "/dev/bus/usb/250";
+    bool m_made;
+};
+
+TEST(DeviceFolder, ShowsNothingOfTheComputersOwn)
+{
+    const OwnDevice own;
+    if (!own.made())
+        GTEST_SKIP() << "cannot make a device node: not root";
+    ASSERT_EQ(access(own.path(), F_OK), 0);
+    Testbed bed(1);
+    const auto missing = [](int result) { return result == -1 && errno == ENOENT; };
+    struct stat status
+    { };
+    EXPECT_TRUE(missing(open(own.path(), O_RDWR | O_CLOEXEC)));
+    EXPECT_TRUE(missing(openat(AT_FDCWD, own.path(), O_RDWR | O_CLOEXEC)));
+    EXPECT_TRUE(missing(access(own.path(), F_OK)));
+    EXPECT_TRUE(missing(stat(own.path(), &status)));
+    EXPECT_TRUE(missing(lstat(own.path(), &status)));
+    EXPECT_TRUE(missing(fstatat(AT_FDCWD, own.path(), &status, 0)));
+    EXPECT_EQ(fopen(own.path(), "r"), nullptr);
+    EXPECT_EQ(opendir("/dev/bus/usb/250"), nullptr);
+    EXPECT_EQ(stat(node, &status), 0);
+    EXPECT_TRUE(S_ISCHR(status.st_mode));
+    bed.device(1).unplug();
+    EXPECT_TRUE(missing(stat(node, &status)));
 }
 
 int noteEvent(libusb_context *, libusb_device *device, libusb_hotplug_event event, void *list)

@@ -3,7 +3,7 @@
 #include "virtual_camera/umockdev/umockdev_bus.h"
 
 #include "virtual_camera/umockdev/device_node.h"
-#include "virtual_camera/umockdev/open_refusal.h"
+#include "virtual_camera/umockdev/open_error.h"
 #include "virtual_camera/umockdev/workers.h"
 
 #include <filesystem>

@@ -1,6 +1,6 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
-#include "virtual_camera/umockdev/open_refusal.h"
+#include "virtual_camera/umockdev/open_error.h"
 
 #include <filesystem>
 
