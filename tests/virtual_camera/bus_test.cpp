@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <dirent.h>
 #include <fcntl.h>
 #include <filesystem>
@@ -21,6 +22,7 @@
 #include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <sys/un.h>
 #include <thread>
 #include <unistd.h>
@@ -403,6 +405,48 @@ TEST(DeviceNode, ServesOtherProgramsWhileOneIsStopped)
     EXPECT_EQ(bed.device(1).state().value(Control::Brightness), 128);
     bed.device(1).unplug();
     bed.device(1).replug();
+}
+
+std::string fileText(const std::string &path)
+{
+    const std::unique_ptr<std::FILE, int (*)(std::FILE *)> file(
+        std::fopen(path.c_str(), "r"), std::fclose);
+    std::array<char, 1024> text{};
+    if (!file || std::fgets(text.data(), text.size(), file.get()) == nullptr)
+        return "(none)";
+    return text.data();
+}
+
+TEST(Sysfs, ShowsADeviceAndItsInterfacesBelowTheRootHub)
+{
+    Testbed bed(1);
+    const std::string devices = "/sys/bus/usb/devices/";
+    const std::pair<const char *, const char *> expected[] = {
+        { "1-9/dev", "189:1\n" },
+        { "1-9/devnum", "2\n" },
+        { "1-9/devpath", "9\n" },
+        { "1-9/bNumInterfaces", " 2\n" },
+        { "1-9/bMaxPower", "500mA\n" },
+        { "1-9/idProduct", "8888\n" },
+        { "1-9:1.0/bInterfaceClass", "0e\n" },
+        { "1-9:1.0/bNumEndpoints", "01\n" },
+        { "1-9:1.1/bInterfaceSubClass", "02\n" },
+        { "1-9:1.1/bNumEndpoints", "00\n" },
+        { "usb1/bDeviceClass", "09\n" },
+        { "usb1/devnum", "1\n" },
+        { "usb1/1-9/serial", "000001\n" },
+        { "1-0:1.0/bInterfaceClass", "09\n" },
+    };
+    for (const auto &[name, text] : expected)
+        EXPECT_EQ(fileText(devices + name), text) << name;
+    EXPECT_EQ(fileText("/sys/dev/char/189:1/product"), "Virtual PTZ Camera\n");
+    struct stat status
+    { };
+    ASSERT_EQ(stat(node, &status), 0);
+    EXPECT_EQ(status.st_rdev, makedev(189, 1));
+    bed.device(1).unplug();
+    for (const char *gone : { "1-9", "1-9:1.0", "usb1/1-9" })
+        EXPECT_EQ(access((devices + gone).c_str(), F_OK), -1) << gone;
 }
 
 // What a program that listens to udev gets.

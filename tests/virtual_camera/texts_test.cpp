@@ -72,6 +72,17 @@ TEST(LogText, DecodesLengthAndInfo)
     EXPECT_EQ(toText(requestRecord(request)), "cam2 GET_INFO gamma info=0x03 [03] ok");
 }
 
+TEST(RequestLog, KeepsTheLatestRecords)
+{
+    RequestLog log;
+    LogRecord record;
+    record.event = LogRecord::Event::Open;
+    for (std::size_t i = 0; i < RequestLog::mostRecords + 2; ++i)
+        log.add(record);
+    EXPECT_EQ(log.all().size(), RequestLog::mostRecords);
+    EXPECT_EQ(log.all().front().sequence, 3U);
+}
+
 TEST(LogText, HasLinesForPlugsAndFiles)
 {
     LogRecord record;

@@ -48,7 +48,7 @@ Device::Device(Socket &socket, int number, int port, DeviceDescription descripti
 void Device::plugIn()
 {
     Bus::Plug plug{ m_address, m_port, "Virtual Optics", "Memory stick", "000001", "usb-storage",
-        m_cable };
+        m_cable, 0 };
     if (isCamera()) {
         plug.manufacturer = m_description.camera.manufacturer;
         plug.product = m_description.camera.product;
@@ -92,8 +92,8 @@ void Device::replug(std::optional<int> address)
     if (m_pluggedIn)
         return;
     const int wanted = address.value_or(m_address);
-    if (wanted < 1 || wanted > lastAddress)
-        throw std::invalid_argument("a device's address is from 1 to 127");
+    if (wanted < firstAddress || wanted > lastAddress)
+        throw std::invalid_argument("a device's address is from 2 to 127");
     if (m_socket.bus->occupied(wanted))
         throw std::invalid_argument("address " + std::to_string(wanted) + " is taken");
     m_address = wanted;

@@ -34,7 +34,7 @@ public:
     void unplug();
     /// At the same address, or at another one that is free. The camera has stopped moving and
     /// remembers everything else. Nothing when it is plugged in already; throws
-    /// std::invalid_argument for an address that is taken or out of 1 to 127.
+    /// std::invalid_argument for an address that is taken or out of 2 to 127 (1 is the root hub's).
     void replug(std::optional<int> address = std::nullopt);
 
     /// Control requests that a slow camera has not answered yet.

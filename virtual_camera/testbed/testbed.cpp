@@ -18,26 +18,19 @@ std::chrono::microseconds steadyTime()
 
 // libusb lists the device with the last name in /sys first. Names are compared as texts, so
 // all ports of a testbed have the same number of digits.
-int portFor(int number, int count)
-{
-    constexpr int oneDigit = 9;
-    return (count <= oneDigit ? 10 : 100) - number;
-}
+int portsFor(int count) { return count <= 9 ? 9 : 99; }
+int portFor(int number, int count) { return portsFor(count) + 1 - number; }
 
 } // namespace
 
 Testbed::Testbed(int count) : Testbed(DeviceDescription::ptzCameras(count)) { }
 
-Testbed::Testbed(std::vector<DeviceDescription> devices, Clock clock)
-    : Testbed(std::move(devices), std::move(clock), std::make_unique<UmockdevBus>())
-{ }
-
 Testbed::Testbed(std::vector<DeviceDescription> devices, Clock clock, std::unique_ptr<Bus> bus)
     : m_log(std::make_shared<RequestLog>())
 {
-    m_socket.bus = std::move(bus);
-    const Clock time = clock ? std::move(clock) : Clock(steadyTime);
     const int count = static_cast<int>(devices.size());
+    m_socket.bus = bus ? std::move(bus) : std::make_unique<UmockdevBus>(portsFor(count));
+    const Clock time = clock ? std::move(clock) : Clock(steadyTime);
     for (int number = 1; number <= count; ++number) {
         DeviceDescription &description = devices[static_cast<std::size_t>(number - 1)];
         m_devices.push_back(std::unique_ptr<Device>(new Device(

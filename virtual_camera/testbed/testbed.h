@@ -19,9 +19,8 @@ public:
     /// So many cameras, alike but for their serial numbers.
     explicit Testbed(int cameras = 1);
     /// The devices are plugged in so that libusb lists them in this order.
-    explicit Testbed(std::vector<DeviceDescription> devices, Clock clock = {});
-    /// The same on another bus.
-    Testbed(std::vector<DeviceDescription> devices, Clock clock, std::unique_ptr<Bus> bus);
+    explicit Testbed(std::vector<DeviceDescription> devices, Clock clock = {},
+        std::unique_ptr<Bus> bus = nullptr); ///< null: umockdev's
     ~Testbed();
     Testbed(const Testbed &) = delete;
     Testbed &operator=(const Testbed &) = delete;

@@ -90,7 +90,10 @@ void writeAttributes(const fs::path &folder, const Bus::Plug &plug)
         { "dev", deviceNumber(plug) },
         { "speed", "480" },
         { "version", " 2.00" },
-        { "maxchild", "0" },
+        { "rx_lanes", "1" },
+        { "tx_lanes", "1" },
+        { "maxchild", format("%d", plug.ports) },
+        { "configuration", "" },
         { "bDeviceClass", format("%02x", device[4]) },
         { "bDeviceSubClass", format("%02x", device[5]) },
         { "bDeviceProtocol", format("%02x", device[6]) },
@@ -103,11 +106,15 @@ void writeAttributes(const fs::path &folder, const Bus::Plug &plug)
         { "bConfigurationValue", format("%d", configuration[5]) },
         { "bmAttributes", format("%2x", configuration[7]) },
         { "bMaxPower", format("%dmA", 2 * configuration[8]) },
+    };
+    const std::pair<const char *, std::string> names[] = {
         { "manufacturer", plug.manufacturer },
         { "product", plug.product },
         { "serial", plug.serial },
     };
-    for (const auto &[name, value] : attributes) {
+    for (const auto &[name, value] : attributes)
+        writeFile(folder / name, value + '\n');
+    for (const auto &[name, value] : names) {
         if (!value.empty())
             writeFile(folder / name, value + '\n');
     }

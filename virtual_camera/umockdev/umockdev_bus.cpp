@@ -27,18 +27,19 @@ std::string rootOf(UMockdevTestbed *testbed)
 
 } // namespace
 
-UmockdevBus::UmockdevBus()
+UmockdevBus::UmockdevBus(int ports)
     : m_testbed(umockdev_testbed_new()), m_root(rootOf(m_testbed)), m_sysfs(m_root),
-      m_workers(std::make_shared<Workers>())
+      m_workers(std::make_shared<Workers>()), m_hub(ports)
 {
     fs::create_directories(m_root + folder);
     fs::create_directories(m_root + "/nodes");
+    UmockdevBus::plug(m_hub.plug());
 }
 
 UmockdevBus::~UmockdevBus()
 {
     while (!m_plugs.empty())
-        UmockdevBus::unplug(m_plugs.begin()->first);
+        UmockdevBus::unplug(m_plugs.rbegin()->first);
     g_object_unref(m_testbed);
 }
 
@@ -62,6 +63,7 @@ const UmockdevBus::Node &UmockdevBus::nodeAt(int address)
 void UmockdevBus::plug(const Plug &plug)
 {
     const Node &node = nodeAt(plug.address);
+    m_hub.setConnected(plug.port, true);
     m_plugs[plug.address] = plug;
     const std::weak_ptr<DeviceNode> weak = node.node;
     plug.cable->plugIn([weak, root = m_root, path = devicePath(plug.address),
@@ -83,6 +85,7 @@ void UmockdevBus::unplug(int address)
 {
     const Plug plug = m_plugs.at(address);
     m_nodes.at(address).node->unplug();
+    m_hub.setConnected(plug.port, false);
     fs::remove(m_root + devicePath(address));
     setOpenError(m_root, devicePath(address), 0);
     sendUevent(m_root, Sysfs::event("remove", plug));

@@ -4,6 +4,7 @@
 
 #include "virtual_camera/umockdev/sysfs.h"
 #include "virtual_camera/usb/bus.h"
+#include "virtual_camera/usb/root_hub.h"
 
 #include <map>
 #include <memory>
@@ -21,7 +22,7 @@ class Workers;
 class UmockdevBus : public Bus
 {
 public:
-    UmockdevBus();
+    explicit UmockdevBus(int ports);
     ~UmockdevBus() override;
     UmockdevBus(const UmockdevBus &) = delete;
     UmockdevBus &operator=(const UmockdevBus &) = delete;
@@ -43,6 +44,7 @@ private:
     std::string m_root;
     Sysfs m_sysfs;
     std::shared_ptr<Workers> m_workers;
+    RootHub m_hub;
     std::map<int, Node> m_nodes; // by address, for the life of the bus
     std::map<int, Plug> m_plugs; // by address
 };

@@ -24,6 +24,7 @@ public:
         std::string serial;
         std::string driver; ///< holds the interfaces at first
         std::shared_ptr<Cable> cable;
+        int ports = 0; ///< that a hub has
     };
 
     virtual ~Bus();

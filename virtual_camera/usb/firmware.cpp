@@ -41,7 +41,7 @@ Answer Firmware::answerStandard(const ControlRequest &request)
         request.recipient() == USB_RECIP_INTERFACE && request.index < m_alternates.size();
     switch (request.request) {
     case USB_REQ_GET_STATUS:
-        return reads ? upTo(request.length, { 0, 0 }) : Answer::stall();
+        return reads ? upTo(request.length, { status(request), 0 }) : Answer::stall();
     case USB_REQ_CLEAR_FEATURE:
     case USB_REQ_SET_FEATURE:
         return reads ? Answer::stall() : Answer::done();
@@ -60,6 +60,12 @@ Answer Firmware::answerStandard(const ControlRequest &request)
     default:
         return Answer::stall();
     }
+}
+
+std::uint8_t Firmware::status(const ControlRequest &request) const
+{
+    const bool selfPowered = (m_descriptors.configuration[7] & USB_CONFIG_ATT_SELFPOWER) != 0;
+    return request.recipient() == USB_RECIP_DEVICE && selfPowered ? 1 : 0;
 }
 
 Answer Firmware::descriptor(const ControlRequest &request) const

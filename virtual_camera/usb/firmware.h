@@ -30,6 +30,7 @@ public:
 
 private:
     Answer answerStandard(const ControlRequest &request);
+    std::uint8_t status(const ControlRequest &request) const;
     Answer descriptor(const ControlRequest &request) const;
     Answer setAlternate(const ControlRequest &request);
 

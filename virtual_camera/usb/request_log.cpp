@@ -32,6 +32,8 @@ void RequestLog::add(LogRecord record)
         m_writer(record);
     if (m_keep)
         m_records.push_back(std::move(record));
+    if (m_records.size() > mostRecords)
+        m_records.pop_front();
     m_grown.notify_all();
 }
 

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <mutex>
 #include <string>
@@ -55,13 +56,15 @@ std::string toText(const LogRecord &record);
 // The same with the seconds before it: "0.512345 cam1 ..."
 std::string toTimedText(const LogRecord &record);
 
-// Everything that the devices of a testbed saw, in the order in which they saw it. Every function
-// may be called from any thread.
+// Everything that the devices of a testbed saw lately, in the order in which they saw it. Every
+// function may be called from any thread.
 class RequestLog
 {
 public:
-    using Records = std::vector<LogRecord>;
+    using Records = std::deque<LogRecord>;
     static constexpr std::chrono::seconds patience{ 20 };
+    /// So many are kept, the latest ones; they take some 20 MB.
+    static constexpr std::size_t mostRecords = 100000;
 
     RequestLog();
 
