@@ -70,11 +70,10 @@ class TheCommand(Case):
         self.assertEqual(result.stderr, "no\n")
 
     def test_keeps_other_preloaded_libraries(self):
-        result = run("--", "sh", "-c", "echo $LD_PRELOAD; echo ${VIRTUAL_CAMERA_LD_PRELOAD-unset}",
+        result = run("--", "sh", "-c", "echo $LD_PRELOAD",
             env={**os.environ, "LD_PRELOAD": "libm.so.6"})
-        preloaded, leftover = result.stdout.splitlines()
+        preloaded = result.stdout.strip()
         self.assertTrue(preloaded.endswith(":libumockdev-preload.so.0:libm.so.6"), preloaded)
-        self.assertEqual(leftover, "unset")
 
     def test_passes_signals_on(self):
         for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):

@@ -70,17 +70,12 @@ int joinBus(const CommandLine &line)
         error == ENOENT ? notFound : cannotRun);
 }
 
-int run(const CommandLine &line, char **arguments)
+int run(const CommandLine &line)
 {
     if (const std::string problem = preloadProblem(); !problem.empty())
         return complain(
             "umockdev's preload library cannot be loaded (" + problem + "); install libumockdev0",
             failure);
-    if (!preloaded()) {
-        restartPreloaded(arguments);
-        return complain(
-            std::string("cannot start beneath umockdev: ") + std::strerror(errno), failure);
-    }
     Session session(line);
     try {
         return session.run();
@@ -111,7 +106,7 @@ int main(int count, char **arguments)
         case CommandLine::Mode::Join:
             return joinBus(line);
         case CommandLine::Mode::Run:
-            return run(line, arguments);
+            return run(line);
         }
     } catch (const std::exception &problem) {
         return complain(problem.what(), failure);

@@ -18,9 +18,6 @@ namespace fs = std::filesystem;
 
 constexpr char preloadLibrary[] = "libumockdev-preload.so.0";
 constexpr char openLibrary[] = "virtual_camera_open.so";
-// What LD_PRELOAD was before this program was started anew; programs that it starts get it
-// back behind the libraries that they need.
-constexpr char originalPreload[] = "VIRTUAL_CAMERA_LD_PRELOAD";
 
 std::string environment(const char *name)
 {
@@ -67,21 +64,6 @@ std::string preloadProblem()
     return {};
 }
 
-bool preloaded()
-{
-    // One of the library's own functions; no other has it.
-    return dlsym(RTLD_DEFAULT, "ioctl_tree_execute") != nullptr;
-}
-
-void restartPreloaded(char **arguments)
-{
-    const std::string before = environment("LD_PRELOAD");
-    setenv(originalPreload, before.c_str(), 1);
-    setenv("LD_PRELOAD", join(preloadLibrary, ':', before).c_str(), 1);
-    setenv("ASAN_OPTIONS", sanitizerOptions().c_str(), 1);
-    execv("/proc/self/exe", arguments);
-}
-
 std::vector<std::string> busEnvironment(const std::string &rootDirectory)
 {
     // A path in LD_PRELOAD may have no blank and no colon. The program's own may; this one is for
@@ -98,14 +80,12 @@ std::vector<std::string> busEnvironment(const std::string &rootDirectory)
 
 std::vector<std::string> environmentWith(const std::vector<std::string> &bus)
 {
-    const bool restarted = std::getenv(originalPreload) != nullptr;
-    const std::string before = environment(restarted ? originalPreload : "LD_PRELOAD");
+    const std::string before = environment("LD_PRELOAD");
     std::vector<std::string> variables;
     for (char **variable = environ; *variable != nullptr; ++variable) {
         const std::string text = *variable;
         const std::string name = text.substr(0, text.find('='));
-        if (name != "LD_PRELOAD" && name != originalPreload && name != "UMOCKDEV_DIR"
-            && name != "ASAN_OPTIONS")
+        if (name != "LD_PRELOAD" && name != "UMOCKDEV_DIR" && name != "ASAN_OPTIONS")
             variables.push_back(text);
     }
     for (const std::string &variable : bus)

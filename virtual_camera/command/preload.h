@@ -7,15 +7,10 @@
 
 namespace virtual_camera {
 
-/// Programs see the emulated bus only beneath umockdev's preload library, and so does umockdev
-/// itself when it announces that a device comes or goes.
+/// Programs see the emulated bus only beneath umockdev's preload library.
 
 /// Empty when the library can be loaded, else the loader's words.
 std::string preloadProblem();
-/// Whether this process runs beneath it.
-bool preloaded();
-/// Starts this program anew beneath it, with the same arguments; returns only on failure.
-void restartPreloaded(char **arguments);
 
 /// What a program's environment needs to see the bus: "UMOCKDEV_DIR=...", "LD_PRELOAD=...". The
 /// root directory is the testbed's. Throws std::runtime_error when the library that refuses to open
