@@ -32,7 +32,9 @@ protected:
     {
         start(1);
         slider = form().*GetParam().slider;
-        slider->setEnabled(true);
+        // Focus can be driven in manual focus only.
+        QTest::mouseClick(form().btn_af, Qt::LeftButton);
+        forgetSent();
     }
 
     const Lens &lens() { return GetParam(); }

@@ -23,6 +23,8 @@ CameraDescription tolerantCamera()
         range.min = control.fields[0].lowest();
         range.max = control.fields[0].highest();
     }
+    // A camera in automatic focus refuses to move its lens.
+    description.range(virtual_camera::Control::FocusAuto).cur = 0;
     return description;
 }
 

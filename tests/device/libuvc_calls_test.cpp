@@ -156,10 +156,10 @@ TEST_F(Calls, ADeviceWithoutADescriptorIsPassedOver)
 TEST_F(Calls, OpeningIsOneCallAndClosingAnother)
 {
     ASSERT_TRUE(device->OpenDevice("1", 1));
-    EXPECT_TRUE(device->StopFocus());
+    EXPECT_TRUE(device->StopZoom());
     device->CloseDevice();
     EXPECT_THAT(calls(),
-        ElementsAre("uvc_open(list1[1], handle1) = 0", "uvc_set_focus_rel(handle1, 0, 0) = 0",
+        ElementsAre("uvc_open(list1[1], handle1) = 0", "uvc_set_zoom_rel(handle1, 0, 1, 5) = 0",
             "uvc_close(handle1)"));
 }
 
@@ -167,11 +167,11 @@ TEST_F(Calls, AnOpenCameraIsNotClosedByTheNextOpen)
 {
     ASSERT_TRUE(device->OpenDevice("0", 0));
     ASSERT_TRUE(device->OpenDevice("1", 1));
-    device->StopFocus();
+    device->StopZoom();
     device->CloseDevice();
     EXPECT_THAT(calls(),
         ElementsAre("uvc_open(list1[0], handle1) = 0", "uvc_open(list1[1], handle2) = 0",
-            "uvc_set_focus_rel(handle2, 0, 0) = 0", "uvc_close(handle2)"));
+            "uvc_set_zoom_rel(handle2, 0, 1, 5) = 0", "uvc_close(handle2)"));
 }
 
 TEST_F(Calls, AnIndexOutsideTheListIsNotOpened)

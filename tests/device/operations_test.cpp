@@ -34,8 +34,9 @@ protected:
         device->props = {};
         long gamma = 0;
         device->GetGamma(&gamma); // no earlier read bars the next open
-        // The camera takes no colour temperature while it sets that itself.
+        // The camera takes no colour temperature and no focus while it sets those itself.
         device->SetWhiteBalanceAuto(0);
+        device->SetFocusManual();
         testbed->log().clear();
     }
     void TearDown() override { uvc_call_recorder::failOnDemand(""); }

@@ -61,6 +61,17 @@ ControlRequest requestTo(const ControlTraits &control, RequestCode code)
     return request;
 }
 
+bool isAutomatic(const ControlRequest &request, const CameraState &state)
+{
+    const ControlTraits *control = findControl(request.entity(), request.selector());
+    if (control == nullptr || request.interfaceNumber() != controlInterface)
+        return false;
+    const bool focus =
+        control->control == Control::FocusAbsolute || control->control == Control::FocusRelative;
+    return (focus && state.autoFocus)
+        || (control->control == Control::WhiteBalanceTemperature && state.autoWhiteBalance);
+}
+
 } // namespace
 
 ControlRequest setRequest(const ControlTraits &control, Bytes data)
@@ -93,19 +104,20 @@ void CheckedCamera::request(const ControlRequest &request)
     const Answer answer = m_camera.answer(request);
     checkLogLine(request, answer);
     checkState();
+    expect((m_camera.lastError() != RequestError::None) == answer.stalled,
+        "there is an error code when a request stalled, and only then");
     if (answer.stalled || request.hostReads())
         expect(same(before, m_camera.state()) && valueBefore == valueOf(request),
             "a request that stalls or reads changes nothing");
     if (answer.stalled) {
         expect(answer.data.empty(), "a request that stalls has no answer");
-        expect(m_camera.lastError() != RequestError::None, "a request stalls for a reason");
         return;
     }
     expect(answer.data.size() <= request.length, "an answer is not longer than was asked for");
     if (request.hostReads())
-        checkRead(request, answer.data);
-    else
-        checkWritten(request);
+        return checkRead(request, answer.data);
+    expect(!isAutomatic(request, before), "what an automatic controls cannot be set");
+    checkWritten(request);
 }
 
 // What the control that the request is for answers now. The camera does not notice.
@@ -124,11 +136,19 @@ void CheckedCamera::wait(std::chrono::microseconds time)
     checkState();
 }
 
-void CheckedCamera::announce(const ControlTraits &control, const Range &range)
+void CheckedCamera::announce(const ControlTraits &control, const Range &range, std::size_t field)
 {
-    m_camera.setRange(control.control, range);
-    expect(same(m_camera.description().range(control.control), range), "a range is announced");
+    m_camera.setRange(control.control, range, field);
+    expect(
+        same(m_camera.description().range(control.control, field), range), "a range is announced");
     checkState();
+}
+
+void CheckedCamera::go(const Place &place)
+{
+    m_camera.go(place);
+    checkState();
+    checkArrival(place);
 }
 
 void CheckedCamera::cutPower()
@@ -138,13 +158,25 @@ void CheckedCamera::cutPower()
     checkState();
 }
 
+void CheckedCamera::switchOn()
+{
+    const std::map<int, Place> presets = m_camera.state().presets;
+    m_camera.switchOn();
+    m_made = m_camera.description();
+    CameraModel another(m_made, [] { return std::chrono::microseconds(0); });
+    CameraState fresh = another.state();
+    fresh.presets = presets;
+    expect(same(m_camera.state(), fresh), "a camera forgets all but its presets");
+    checkState();
+}
+
 void CheckedCamera::finish() { stateAtRest(); }
 
 void CheckedCamera::checkState()
 {
     const CameraState state = m_camera.state();
     checkMotor(state.pan, m_made.range(Control::PantiltAbsolute));
-    checkMotor(state.tilt, m_made.tilt);
+    checkMotor(state.tilt, m_made.range(Control::PantiltAbsolute, 1));
     checkMotor(state.zoom, m_made.range(Control::ZoomAbsolute));
     checkMotor(state.focus, m_made.range(Control::FocusAbsolute));
     expect(state.autoFocus == (state.value(Control::FocusAuto) != 0),
@@ -188,24 +220,29 @@ void CheckedCamera::checkArrival(const Place &place)
 
 void CheckedCamera::checkRead(const ControlRequest &request, const Bytes &data)
 {
-    expect(!data.empty(), "a camera that does not stall answers");
     if (request.interfaceNumber() != controlInterface)
         return;
     const auto code = static_cast<RequestCode>(request.request);
+    const auto asMuchOf = [&](std::size_t whole) {
+        return data.size() == std::min<std::size_t>(request.length, whole);
+    };
     if (request.entity() == 0) {
-        expect(data.size() == 1 && data[0] <= 7, "an error has one of the known numbers");
+        expect(asMuchOf(1) && (data.empty() || data[0] <= 7), "an error has one of the numbers");
         return;
     }
     const ControlTraits *control = findControl(request.entity(), request.selector());
     expect(control != nullptr && m_camera.description().supports(control->control),
         "only a control that the camera has answers");
     if (code == RequestCode::GetInfo) {
-        expect(data.size() == 1, "information is one byte");
+        expect(asMuchOf(1), "information is one byte");
+        expect(data.empty()
+                || (data[0] & 0x04U) == (isAutomatic(request, m_camera.state()) ? 0x04U : 0U),
+            "what an automatic controls says that it is disabled");
     } else if (code == RequestCode::GetLen) {
-        expect(data.size() == 2 && readUnsigned(data.data(), 2) == control->length(),
+        expect(asMuchOf(2) && (data.size() < 2 || readUnsigned(&data[0], 2) == control->length()),
             "the length is that of the control");
     } else {
-        expect(data.size() == control->length(), "a value is as long as the control");
+        expect(asMuchOf(control->length()), "a value is as long as the control");
     }
 }
 
@@ -224,18 +261,46 @@ void CheckedCamera::checkWritten(const ControlRequest &request)
 void CheckedCamera::checkReadBack(const ControlTraits &control, const Bytes &written)
 {
     const std::vector<std::int64_t> values = decodeFields(control, written.data());
-    const Range &range = m_camera.description().range(control.control);
-    if (control.kind != Kind::Motion)
-        expect(announces(range, values[0]), "only what is in the range is accepted");
-    if (control.control == Control::PantiltAbsolute)
-        expect(announces(m_made.tilt, values[1]), "only what is in the range is accepted");
+    for (std::size_t i = 0; control.kind != Kind::Motion && i < values.size(); ++i)
+        expect(announces(m_camera.description().range(control.control, i), values[i]),
+            "only what is in the range is accepted");
     if (control.kind == Kind::Position)
         return checkArrival(control.control, values);
     if (control.control == Control::RollAbsolute)
         checkCommand(static_cast<int>(values[0]));
     const Answer answer = m_camera.answer(
         getRequest(control, RequestCode::GetCur, static_cast<std::uint16_t>(control.length())));
-    expect(!answer.stalled && answer.data == written, "what was accepted is read back");
+    expect(!answer.stalled, "what can be written can be read");
+    if (control.kind == Kind::Motion)
+        checkMotion(control, values, decodeFields(control, answer.data.data()));
+    else
+        expect(answer.data == written, "what was accepted is read back");
+}
+
+// A motor does what it was asked for, as fast as it can, or stands still at its end.
+void CheckedCamera::checkMotion(const ControlTraits &control,
+    const std::vector<std::int64_t> &asked, const std::vector<std::int64_t> &answered)
+{
+    const auto check = [&](std::size_t direction, std::size_t speed, std::int64_t fastest) {
+        const std::int64_t possible = std::min(asked[speed], fastest);
+        const bool runs = answered[direction] == asked[direction] && answered[speed] == possible;
+        expect(runs || (answered[direction] == 0 && answered[speed] == 0),
+            "a motor does what it is asked for or stands still");
+        expect(answered[direction] != 0 || answered[speed] == 0, "what stands still has no speed");
+    };
+    switch (control.control) {
+    case Control::PantiltRelative:
+        check(0, 1, fastestPan);
+        check(2, 3, fastestTilt);
+        break;
+    case Control::ZoomRelative:
+        expect(answered[1] == asked[1], "digital zoom is read back");
+        check(0, 2, fastestZoom);
+        break;
+    default:
+        check(0, 1, fastestFocus);
+        break;
+    }
 }
 
 void CheckedCamera::checkCommand(int code)

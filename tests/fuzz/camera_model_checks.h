@@ -22,8 +22,11 @@ public:
 
     void request(const virtual_camera::ControlRequest &request);
     void wait(std::chrono::microseconds time);
-    void announce(const virtual_camera::ControlTraits &control, const virtual_camera::Range &range);
+    void announce(const virtual_camera::ControlTraits &control, const virtual_camera::Range &range,
+        std::size_t field);
+    void go(const virtual_camera::Place &place);
     void cutPower();
+    void switchOn();
     // Everything that moves comes to rest.
     void finish();
 
@@ -34,14 +37,16 @@ private:
         const virtual_camera::ControlRequest &request, const virtual_camera::Bytes &data);
     void checkWritten(const virtual_camera::ControlRequest &request);
     void checkCommand(int code);
+    void checkMotion(const virtual_camera::ControlTraits &control,
+        const std::vector<std::int64_t> &asked, const std::vector<std::int64_t> &answered);
     void checkReadBack(
         const virtual_camera::ControlTraits &control, const virtual_camera::Bytes &written);
     void checkArrival(virtual_camera::Control control, const std::vector<std::int64_t> &values);
     void checkArrival(const virtual_camera::Place &place);
     virtual_camera::CameraState stateAtRest();
 
-    // The camera's motors keep the ends that it was made with.
-    const virtual_camera::CameraDescription m_made;
+    // The camera's motors keep the ends that it was switched on with.
+    virtual_camera::CameraDescription m_made;
     std::chrono::microseconds m_now{ 0 };
     virtual_camera::CameraModel m_camera;
 };

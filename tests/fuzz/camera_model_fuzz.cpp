@@ -65,18 +65,35 @@ void wait(fuzz::CheckedCamera &camera, Input &input)
 void announce(fuzz::CheckedCamera &camera, Input &input)
 {
     const ControlTraits &control = someControl(input);
-    const Field &field = control.fields[0];
+    // Pan and tilt have ranges of their own.
+    const std::size_t number =
+        control.control == Control::PantiltAbsolute ? input.oneOf(control.fields.size()) : 0;
+    const Field &field = control.fields[number];
     Range range;
-    for (std::int64_t *number : { &range.min, &range.max, &range.def, &range.cur, &range.res }) {
+    for (std::int64_t *limit : { &range.min, &range.max, &range.def, &range.cur, &range.res }) {
         const Bytes bytes = input.exactly(field.size);
-        *number = field.isSigned
+        *limit = field.isSigned
             ? readSigned(bytes.data(), bytes.size())
             : static_cast<std::int64_t>(readUnsigned(bytes.data(), bytes.size()));
     }
-    camera.announce(control, range);
+    camera.announce(control, range, number);
 }
 
 void cutPower(fuzz::CheckedCamera &camera, Input &) { camera.cutPower(); }
+
+void switchOn(fuzz::CheckedCamera &camera, Input &) { camera.switchOn(); }
+
+void go(fuzz::CheckedCamera &camera, Input &input)
+{
+    const auto some = [&input] {
+        const Bytes bytes = input.exactly(4);
+        return readSigned(bytes.data(), bytes.size());
+    };
+    Place place;
+    for (std::int64_t *axis : { &place.pan, &place.tilt, &place.zoom, &place.focus })
+        *axis = some();
+    camera.go(place);
+}
 
 CameraDescription described(Input &input)
 {
@@ -94,7 +111,7 @@ CameraDescription described(Input &input)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
 {
-    constexpr std::array steps{ rawRequest, set, get, wait, announce, cutPower };
+    constexpr std::array steps{ rawRequest, set, get, wait, announce, cutPower, switchOn, go };
     Input input(bytes, size);
     fuzz::CheckedCamera camera(described(input));
     while (!input.empty())

@@ -28,7 +28,8 @@ auto identity(const CameraDescription &description)
 {
     return std::tie(description.vendorId, description.productId, description.deviceRelease,
         description.manufacturer, description.product, description.serial, description.supported,
-        description.hasCameraTerminal, description.hasProcessingUnit);
+        description.hasCameraTerminal, description.hasProcessingUnit, description.hasExtensionUnit,
+        description.videoClass);
 }
 
 } // namespace

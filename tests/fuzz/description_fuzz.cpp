@@ -10,6 +10,7 @@
 #include "tests/fuzz/expect.h"
 #include "tests/fuzz/input.h"
 #include "virtual_camera/camera/camera_model.h"
+#include "virtual_camera/camera/words.h"
 #include "virtual_camera/usb/firmware.h"
 
 #include <cerrno>

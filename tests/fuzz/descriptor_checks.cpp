@@ -5,6 +5,7 @@
 #include "tests/fuzz/expect.h"
 #include "virtual_camera/camera/little_endian.h"
 
+#include <map>
 #include <string_view>
 #include <vector>
 
@@ -14,6 +15,7 @@ using namespace virtual_camera;
 
 namespace {
 
+constexpr std::uint8_t interfaceType = 0x04;
 constexpr std::uint8_t classInterface = 0x24;
 
 std::vector<Bytes> walk(const Bytes &all)
@@ -29,29 +31,32 @@ std::vector<Bytes> walk(const Bytes &all)
     return single;
 }
 
-// The controls announced at the end of the unit that has this subtype, from the given byte on; none
-// by a unit that is missing and by a connector, which is shorter.
-std::uint64_t announced(
-    const std::vector<Bytes> &descriptors, std::uint8_t subtype, std::size_t at, std::size_t size)
+// The controls that an entity announces; none by one that is missing and by a connector. The
+// streaming interface counts its own subtypes, so only what stands before it is searched.
+std::uint64_t announced(const std::vector<Bytes> &descriptors, std::uint8_t entity)
 {
-    // The streaming interface behind it counts its own subtypes.
+    // Where the number of bytes stands, by subtype.
+    const std::map<std::uint8_t, std::size_t> sizeAt{ { 2, 14 }, { 5, 7 }, { 6, 23 } };
     for (const Bytes &one : descriptors) {
-        if (one[1] == classInterface && one[2] == subtype && one.size() >= at + size)
-            return readUnsigned(&one[at], size);
+        if (one[1] == interfaceType && one[2] == streamingInterface)
+            break;
+        if (one[1] != classInterface || one[3] != entity || sizeAt.count(one[2]) == 0)
+            continue;
+        const std::size_t at = sizeAt.at(one[2]);
+        if (one.size() <= at)
+            continue;
+        expect(one.size() >= at + 1 + one[at], "a descriptor has room for its controls");
+        return readUnsigned(&one[at + 1], one[at]);
     }
     return 0;
 }
 
 void checkAnnouncements(const std::vector<Bytes> &descriptors, const CameraDescription &description)
 {
-    const std::uint64_t terminal = announced(descriptors, 2, 15, 3);
-    const std::uint64_t unit = announced(descriptors, 5, 8, 2);
-    for (const ControlTraits &control : allControls()) {
-        const std::uint64_t bits = control.entity == cameraTerminal ? terminal : unit;
-        expect((bits >> control.announcedBit & 1U)
+    for (const ControlTraits &control : allControls())
+        expect((announced(descriptors, control.entity) >> control.announcedBit & 1U)
                 == (description.supports(control.control) ? 1U : 0U),
             "exactly the controls that a camera has are announced");
-    }
 }
 
 void checkStringNumber(const Descriptors &descriptors, std::uint8_t number, const std::string &text)

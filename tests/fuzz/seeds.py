@@ -14,13 +14,13 @@ from pathlib import Path
 CONTROLS = """pantilt_absolute pantilt_relative zoom_absolute zoom_relative focus_absolute
 focus_relative focus_auto roll_absolute brightness contrast saturation sharpness gamma
 white_balance_temperature white_balance_temperature_auto backlight_compensation gain
-power_line_frequency""".split()
+power_line_frequency extension_value""".split()
 CODES = ["GET_CUR", "GET_MIN", "GET_MAX", "GET_RES", "GET_DEF", "GET_LEN", "GET_INFO"]
 # Entity and selector of each control, as they stand on the wire.
 SELECTORS = dict(zip(CONTROLS, [
     (1, 0x0d), (1, 0x0e), (1, 0x0b), (1, 0x0c), (1, 0x06), (1, 0x07), (1, 0x08), (1, 0x0f),
     (2, 0x02), (2, 0x03), (2, 0x07), (2, 0x08), (2, 0x09), (2, 0x0a), (2, 0x0b), (2, 0x01),
-    (2, 0x04), (2, 0x05)]))
+    (2, 0x04), (2, 0x05), (4, 0x01)]))
 
 
 def little(value, size=2):
@@ -69,6 +69,11 @@ class CameraModel:
         return bytes([4, CONTROLS.index(control)]) + b"".join(little(n, size) for n in numbers)
 
     CUT_POWER = b"\x05"
+    SWITCH_ON = b"\x06"
+
+    @staticmethod
+    def go(*place):
+        return b"\x07" + b"".join(little(axis, 4) for axis in place)
 
 
 def camera_model_seeds():
@@ -81,7 +86,7 @@ def camera_model_seeds():
     yield "drive", plain + right + c.wait(1) + stop + up + c.wait(0.5) + stop
     yield "drive_to_the_end", plain + right + up + c.wait(60) + c.get("pantilt_absolute", "GET_CUR", 8)
     yield "zoom_and_focus", plain + (
-        c.set("zoom_relative", bytes([1, 1, 5])) + c.set("focus_relative", bytes([0xff, 3]))
+        c.set("focus_auto", b"\0") + c.set("zoom_relative", bytes([1, 1, 5])) + c.set("focus_relative", bytes([0xff, 3]))
         + c.wait(1) + c.set("zoom_relative", bytes([0, 1, 5])) + c.set("focus_relative", bytes(2)))
     yield "positions", plain + (
         c.set("pantilt_absolute", little(3600, 4) + little(-7200, 4))
@@ -114,6 +119,15 @@ def camera_model_seeds():
     yield "ranges_change", plain + (
         c.announce("brightness", 2, [-64, 64, 0, 12, 1]) + c.set("brightness", little(-64))
         + c.announce("contrast", 2, [10, 5, 7, 99, 1]) + c.set("contrast", little(1000)))
+    yield "power_cycle", plain + command(21) + command(0) + right + c.wait(1) + (
+        c.CUT_POWER + c.SWITCH_ON + command(101) + c.SWITCH_ON)
+    yield "remote_control", plain + right + c.go(36000, -9999, 16384, 70000) + c.wait(60)
+    yield "extended", c.options("with=extension_unit", "uvc=1.5") + (
+        c.set("extension_value", little(7)) + c.get("extension_value", "GET_CUR", 2)
+        + c.raw(setup(0xa1, 0x81, 0x0100, 1, 48)))
+    yield "pan_and_tilt_change", plain + (
+        c.announce("pantilt_absolute", 1, []) + b"\x01" + b"".join(
+            little(n, 4) for n in [-3600, 3600, 0, 0, 1]))
     yield "power_cut", plain + right + c.wait(1) + c.CUT_POWER + c.wait(1)
     yield "lens_without_travel", c.options("zoom_absolute=5:5:5:9") + c.set("zoom_absolute", little(5))
     yield "upside_down", c.options("pan=100:-100:0:500", "focus_absolute=9:1:5:20") + (
@@ -130,6 +144,7 @@ def description_seeds():
         "numbers": ["vendor-id=0x1234", "product-id=34952", "product-id=65536", "vendor-id=-1"],
         "ranges": ["brightness=-64:64:0:12", "gamma=1:2:3:4:5", "pan=-3600:3600:0:0:3600",
                    "tilt=0:0:0:0", "contrast=0xffc0:0xffff:0xfff0:0xfff0", "gain=70000:0:0:0"],
+        "units": ["with=extension_unit", "without=processing_unit", "uvc=1.0", "uvc=1.5", "uvc=2"],
         "without": ["without=" + control for control in CONTROLS],
         "wrong": ["", "=", "what=1", "brightness=1:2", "brightness=1:2:3:x", "without=what",
                   "pantilt_relative=1:2:3:4", "gain=--1:0:0:0", "gain=0x:0:0:0"],

@@ -6,6 +6,7 @@
 #include "tests/virtual_camera/model_test_support.h"
 
 #include <gmock/gmock.h>
+#include <set>
 
 using namespace virtual_camera;
 using testing::ElementsAre;
@@ -30,7 +31,7 @@ protected:
         case Control::PantiltRelative:
             return { 1, 21, -1, 14 };
         case Control::ZoomRelative:
-            return { -1, 1, 5 };
+            return { 1, 1, 5 };
         case Control::FocusRelative:
             return { 1, 3 };
         case Control::FocusAuto:
@@ -40,21 +41,31 @@ protected:
         }
     }
 
-    CameraOnTheBench camera;
+    CameraOnTheBench camera{ completeCamera() };
 };
 
-TEST_P(EveryControl, TellsItsLengthAndThatItCanBeReadAndWritten)
+TEST_P(EveryControl, TellsItsLength)
 {
     const Answer length = camera.get(control().control, RequestCode::GetLen);
     ASSERT_FALSE(length.stalled);
     EXPECT_EQ(length.data, (Bytes{ static_cast<std::uint8_t>(control().length()), 0 }));
-    EXPECT_EQ(camera.get(control().control, RequestCode::GetInfo).data, (Bytes{ 0x03 }));
+}
+
+TEST_P(EveryControl, TellsThatItCanBeReadAndWrittenAndWhetherItChangesByItself)
+{
+    const std::set<Control> changing{ Control::PantiltAbsolute, Control::PantiltRelative,
+        Control::ZoomAbsolute, Control::ZoomRelative, Control::FocusAbsolute,
+        Control::FocusRelative, Control::FocusAuto };
+    const std::uint8_t autoupdate = changing.count(control().control) != 0 ? 0x08 : 0x00;
+    EXPECT_EQ(camera.get(control().control, RequestCode::GetInfo).data,
+        Bytes{ static_cast<std::uint8_t>(0x03 | autoupdate) });
 }
 
 TEST_P(EveryControl, TakesAValueAndTellsItAgain)
 {
     ASSERT_FALSE(camera.set(control().control, otherValues()).stalled);
-    camera.pass(std::chrono::minutes(1)); // what moves has arrived
+    if (control().kind == Kind::Position)
+        camera.pass(std::chrono::minutes(1));
     EXPECT_EQ(camera.read(control().control), otherValues());
 }
 
@@ -80,12 +91,23 @@ TEST_P(EveryControl, RefusesAWrongLength)
     EXPECT_TRUE(stalls(setRequest(control(), bytes)));
     EXPECT_TRUE(stalls(setRequest(control(), {})));
     EXPECT_EQ(camera.model.lastError(), RequestError::InvalidRequest);
+}
 
-    ControlRequest read = getRequest(control(), RequestCode::GetCur);
-    read.length = static_cast<std::uint16_t>(control().length() - 1);
-    EXPECT_TRUE(stalls(read));
-    read.length = 64;
-    EXPECT_EQ(camera.model.answer(read).data.size(), control().length());
+TEST_P(EveryControl, AnswersUpToAsManyBytesAsItIsAskedFor)
+{
+    for (const RequestCode code :
+        { RequestCode::GetCur, RequestCode::GetInfo, RequestCode::GetLen, RequestCode::GetDef }) {
+        ControlRequest read = getRequest(control(), code);
+        const Bytes whole = camera.model.answer(read).data;
+        for (std::size_t length = 0; length <= whole.size() + 2; ++length) {
+            read.length = static_cast<std::uint16_t>(length);
+            const Answer answer = camera.model.answer(read);
+            EXPECT_FALSE(answer.stalled);
+            EXPECT_EQ(answer.data,
+                Bytes(whole.begin(),
+                    whole.begin() + static_cast<std::ptrdiff_t>(std::min(length, whole.size()))));
+        }
+    }
 }
 
 TEST_P(EveryControl, RefusesUnknownRequestCodes)
@@ -131,7 +153,7 @@ TEST_P(EveryControl, RefusesADirtySelector)
 
 TEST_P(EveryControl, IsNotThereWhenTheCameraLacksIt)
 {
-    CameraDescription description;
+    CameraDescription description = completeCamera();
     description.supported[indexOf(control().control)] = false;
     CameraOnTheBench poorer(description);
     EXPECT_TRUE(poorer.get(control().control, RequestCode::GetCur).stalled);
@@ -203,6 +225,19 @@ TEST(CameraModel, RefusesUnknownControlsOfEveryUnit)
     }
 }
 
+TEST(CameraModel, RefusesUnitsThatItLacks)
+{
+    CameraDescription description;
+    description.hasCameraTerminal = false;
+    description.hasProcessingUnit = false;
+    CameraOnTheBench camera(description);
+    for (const Control control :
+        { Control::ZoomAbsolute, Control::Gamma, Control::ExtensionValue }) {
+        EXPECT_TRUE(camera.get(control, RequestCode::GetCur).stalled);
+        EXPECT_EQ(camera.model.lastError(), RequestError::InvalidUnit);
+    }
+}
+
 TEST(CameraModel, KeepsTheSignOfBrightnessAndOnlyOfIt)
 {
     CameraDescription description;
@@ -239,18 +274,6 @@ TEST(CameraModel, AnnouncesAnotherRangeWhenToldTo)
     EXPECT_EQ(camera.read(Control::Contrast), Values{ 99 });
 }
 
-TEST(CameraModel, RefusesColourTemperatureWhileThatIsAutomatic)
-{
-    CameraOnTheBench camera;
-    EXPECT_FALSE(camera.set(Control::WhiteBalanceTemperature, { 3000 }).stalled);
-    EXPECT_FALSE(camera.set(Control::WhiteBalanceTemperatureAuto, { 1 }).stalled);
-    EXPECT_TRUE(camera.model.state().autoWhiteBalance);
-    EXPECT_TRUE(camera.set(Control::WhiteBalanceTemperature, { 4000 }).stalled);
-    EXPECT_EQ(camera.model.lastError(), RequestError::WrongState);
-    EXPECT_FALSE(camera.set(Control::WhiteBalanceTemperatureAuto, { 0 }).stalled);
-    EXPECT_FALSE(camera.set(Control::WhiteBalanceTemperature, { 4000 }).stalled);
-}
-
 TEST(CameraModel, TakesNothingButDirectionsInMotions)
 {
     CameraOnTheBench camera;
@@ -266,7 +289,7 @@ TEST(CameraModel, TakesNothingButDirectionsInMotions)
 
 TEST(CameraModel, TakesEverySpeedByte)
 {
-    CameraOnTheBench camera;
+    CameraOnTheBench camera(completeCamera());
     for (int speed = 0; speed < 256; ++speed) {
         EXPECT_FALSE(camera.set(Control::PantiltRelative, { 1, speed, -1, speed }).stalled)
             << speed;
@@ -287,40 +310,15 @@ TEST(CameraModel, RefusesPlacesThatItCannotReach)
         ElementsAre(170 * 3600, 90 * 3600));
 }
 
-TEST(CameraModel, TellsWhyItRefused)
+TEST(CameraModel, AnnouncesOtherRangesForPanAndTilt)
 {
     CameraOnTheBench camera;
-    ControlRequest ask;
-    ask.requestType = 0xa1;
-    ask.request = 0x81;
-    ask.value = 0x0200;
-    ask.length = 1;
-    EXPECT_EQ(camera.model.answer(ask).data, (Bytes{ 0 }));
-    EXPECT_TRUE(camera.set(Control::PowerLineFrequency, { 9 }).stalled);
-    EXPECT_EQ(camera.model.answer(ask).data, (Bytes{ 4 }));
-    EXPECT_FALSE(camera.set(Control::PowerLineFrequency, { 2 }).stalled);
-    EXPECT_EQ(camera.model.answer(ask).data, (Bytes{ 0 }));
-    ask.request = 0x01;
-    EXPECT_TRUE(camera.model.answer(ask).stalled);
-}
-
-TEST(CameraModel, NegotiatesItsOnePictureFormat)
-{
-    CameraOnTheBench camera;
-    ControlRequest probe;
-    probe.requestType = 0xa1;
-    probe.request = 0x81;
-    probe.value = 0x0100;
-    probe.index = streamingInterface;
-    probe.length = 26;
-    EXPECT_EQ(camera.model.answer(probe).data.size(), 26U);
-    probe.length = 34;
-    EXPECT_EQ(camera.model.answer(probe).data.size(), 34U);
-    probe.length = 5;
-    EXPECT_TRUE(camera.model.answer(probe).stalled);
-    probe.length = 34;
-    probe.value = 0x0900;
-    EXPECT_TRUE(camera.model.answer(probe).stalled);
+    camera.model.setRange(Control::PantiltAbsolute, { -10, 10, 0, 0 }, 0);
+    camera.model.setRange(Control::PantiltAbsolute, { -20, 20, 0, 0 }, 1);
+    EXPECT_THAT(camera.read(Control::PantiltAbsolute, RequestCode::GetMax), ElementsAre(10, 20));
+    EXPECT_FALSE(camera.set(Control::PantiltAbsolute, { 10, -20 }).stalled);
+    EXPECT_TRUE(camera.set(Control::PantiltAbsolute, { 11, 0 }).stalled);
+    EXPECT_TRUE(camera.set(Control::PantiltAbsolute, { 0, 21 }).stalled);
 }
 
 TEST(CameraModel, SurvivesEveryPossibleSetupPacket)

@@ -94,32 +94,115 @@ TEST(Descriptors, AnnounceOnlyTheControlsThatTheCameraHas)
     EXPECT_EQ(changed, 1);
 }
 
+// The configuration of a camera with these options.
+Bytes configurationWith(std::initializer_list<std::pair<const char *, const char *>> options)
+{
+    CameraDescription description;
+    for (const auto &[key, value] : options)
+        EXPECT_EQ(applyOption(description, key, value), std::nullopt);
+    return describeCamera(description).configuration;
+}
+
+bool contains(const Bytes &all, const Bytes &part)
+{
+    return std::search(all.begin(), all.end(), part.begin(), part.end()) != all.end();
+}
+
+constexpr std::uint8_t classInterface = 0x24;
+
+// What leaves through the output terminal comes from here.
+Bytes outputOf(std::uint8_t source)
+{
+    return { 9, classInterface, 3, outputTerminal, 0x01, 0x01, 0, source, 0 };
+}
+
 TEST(Descriptors, LeaveOutTheUnitsThatTheCameraLacks)
 {
-    const auto lacking = [](const char *unit) {
-        CameraDescription description;
-        applyOption(description, "without", unit);
-        return describeCamera(description).configuration;
-    };
-    constexpr std::uint8_t classInterface = 0x24;
-    const auto contains = [](const Bytes &all, const Bytes &part) {
-        return std::search(all.begin(), all.end(), part.begin(), part.end()) != all.end();
-    };
     const Bytes terminal{ 18, classInterface, 2, cameraTerminal };
     const Bytes connector{ 8, classInterface, 2, cameraTerminal, 0x01, 0x04 };
     const Bytes processing{ 12, classInterface, 5, processingUnit };
 
-    const Bytes stick = lacking("camera_terminal");
+    const Bytes stick = configurationWith({ { "without", "camera_terminal" } });
     EXPECT_FALSE(contains(stick, terminal));
     EXPECT_TRUE(contains(stick, connector));
     EXPECT_TRUE(contains(stick, processing));
 
-    const Bytes simple = lacking("processing_unit");
+    const Bytes simple = configurationWith({ { "without", "processing_unit" } });
     EXPECT_TRUE(contains(simple, terminal));
     EXPECT_FALSE(contains(simple, processing));
-    // What leaves through the output terminal comes straight from the camera.
-    EXPECT_TRUE(contains(
-        simple, { 9, classInterface, 3, outputTerminal, 0x01, 0x01, 0, cameraTerminal, 0 }));
+    EXPECT_TRUE(contains(simple, outputOf(cameraTerminal)));
+}
+
+TEST(Descriptors, PutTheExtensionUnitBehindTheOthers)
+{
+    const Bytes plain = configurationWith({});
+    EXPECT_TRUE(contains(plain, outputOf(processingUnit)));
+    EXPECT_FALSE(contains(plain, { classInterface, 6, extensionUnit }));
+
+    const Bytes extended = configurationWith({ { "with", "extension_unit" } });
+    EXPECT_TRUE(contains(extended, { 26, classInterface, 6, extensionUnit }));
+    // One control, one source, one byte of controls of which the first is there.
+    EXPECT_TRUE(contains(extended, { 1, 1, processingUnit, 1, 0x01, 0 }));
+    EXPECT_TRUE(contains(extended, outputOf(extensionUnit)));
+
+    const Bytes alone =
+        configurationWith({ { "with", "extension_unit" }, { "without", "processing_unit" } });
+    EXPECT_TRUE(contains(alone, { 1, 1, cameraTerminal, 1, 0x01, 0 }));
+}
+
+TEST(Descriptors, AnnounceTheLens)
+{
+    CameraDescription description;
+    description.lens.shortestFocalLength = 0x0102 / 100.0;
+    description.lens.longestFocalLength = 0x0304 / 100.0;
+    // The widest view magnifies once.
+    EXPECT_TRUE(contains(describeCamera(description).configuration,
+        { 18, classInterface, 2, cameraTerminal, 0x01, 0x02, 0, 0, 0x02, 0x01, 0x04, 0x03, 0x02,
+            0x01, 3 }));
+}
+
+struct ReleaseRow
+{
+    const char *name;
+    const char *option;
+    std::uint8_t high; // of bcdUVC
+    std::uint8_t low;
+    std::uint8_t protocol;        // of both interfaces
+    std::uint8_t processingBytes; // of the processing unit's descriptor
+    std::uint8_t controlBytes;    // for its controls
+};
+
+class Release : public testing::TestWithParam<ReleaseRow>
+{ };
+
+TEST_P(Release, LaysTheDescriptorsOut)
+{
+    const ReleaseRow &row = GetParam();
+    const Bytes all = configurationWith({ { "uvc", row.option } });
+    EXPECT_TRUE(contains(all, { 13, classInterface, 1, row.low, row.high }));
+    EXPECT_TRUE(contains(all, { 9, 4, 0, 0, 1, 0x0e, 1, row.protocol }));
+    EXPECT_TRUE(contains(all, { 9, 4, 1, 0, 0, 0x0e, 2, row.protocol }));
+    EXPECT_TRUE(contains(all,
+        { row.processingBytes, classInterface, 5, processingUnit, cameraTerminal, 0, 0,
+            row.controlBytes, 0x7b, 0x17 }));
+}
+
+INSTANTIATE_TEST_SUITE_P(OfTheVideoClass, Release,
+    testing::Values(ReleaseRow{ "Uvc10", "1.0", 1, 0x00, 0, 11, 2 },
+        ReleaseRow{ "Uvc11", "1.1", 1, 0x10, 0, 12, 2 },
+        ReleaseRow{ "Uvc15", "1.5", 1, 0x50, 1, 13, 3 }),
+    [](const auto &row) { return row.param.name; });
+
+TEST(Descriptors, HaveThePictureEndpointInTheSecondSettingOnly)
+{
+    const InterfaceLayout layout = readLayout(configurationWith({}));
+    ASSERT_NE(layout.find(streamingInterface, 0), nullptr);
+    ASSERT_NE(layout.find(streamingInterface, 1), nullptr);
+    EXPECT_TRUE(layout.find(streamingInterface, 0)->endpoints.empty());
+    EXPECT_THAT(layout.find(streamingInterface, 1)->endpoints, ElementsAre(pictureEndpoint));
+    EXPECT_EQ(layout.find(streamingInterface, 2), nullptr);
+    // Isochronous and asynchronous, 1024 bytes in each microframe.
+    EXPECT_TRUE(contains(configurationWith({}), { 7, 5, pictureEndpoint, 0x05, 0x00, 0x04, 1 }));
 }
 
 TEST(Firmware, TellsItsDescriptorsAsFarAsIsAskedFor)

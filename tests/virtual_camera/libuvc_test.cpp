@@ -299,4 +299,68 @@ TEST(LibuvcOnTheEmulatedBus, FailsTheRequestDuringWhichTheCameraIsUnplugged)
     EXPECT_THAT(bed.log().lines(), ElementsAre("cam1 GET_CUR brightness gone"));
 }
 
+DeviceDescription cameraOfRelease(std::uint16_t videoClass)
+{
+    CameraDescription description;
+    description.videoClass = videoClass;
+    description.hasExtensionUnit = true;
+    return DeviceDescription::ptzCamera(description);
+}
+
+class OpenedByLibuvc : public testing::TestWithParam<std::uint16_t>
+{ };
+
+TEST_P(OpenedByLibuvc, NegotiatesAPictureFormat)
+{
+    Testbed bed({ cameraOfRelease(GetParam()) });
+    Libuvc uvc;
+    uvc_device_handle_t *camera = uvc.open(0);
+    ASSERT_NE(camera, nullptr);
+    EXPECT_EQ(brightness(camera), 128);
+    const uvc_extension_unit_t *const extension = uvc_get_extension_units(camera);
+    ASSERT_NE(extension, nullptr);
+    EXPECT_EQ(extension->bUnitID, extensionUnit);
+    EXPECT_EQ(extension->bmControls, 1U);
+    EXPECT_EQ(uvc_get_ctrl_len(camera, extensionUnit, 1), 2);
+    uvc_stream_ctrl_t stream{};
+    EXPECT_EQ(
+        uvc_get_stream_ctrl_format_size(camera, &stream, UVC_FRAME_FORMAT_MJPEG, 1920, 1080, 30),
+        UVC_SUCCESS);
+    EXPECT_EQ(stream.dwMaxVideoFrameSize, 1920U * 1080 * 2);
+    uvc_close(camera);
+}
+
+INSTANTIATE_TEST_SUITE_P(Release, OpenedByLibuvc, testing::Values(0x0100, 0x0110));
+
+TEST(LibuvcOnTheEmulatedBus, RefusesACameraOfRelease15)
+{
+    Testbed bed({ cameraOfRelease(0x0150) });
+    Libuvc uvc;
+    EXPECT_EQ(uvc.open(0), nullptr);
+}
+
+TEST(LibuvcOnTheEmulatedBus, FindsACameraSwitchedOnThatIsPluggedInAgain)
+{
+    Testbed bed(1);
+    {
+        Libuvc uvc;
+        uvc_device_handle_t *camera = uvc.open(0);
+        ASSERT_NE(camera, nullptr);
+        EXPECT_EQ(uvc_set_brightness(camera, 10), UVC_SUCCESS);
+        EXPECT_EQ(uvc_set_roll_abs(camera, 25), UVC_SUCCESS);
+        EXPECT_EQ(uvc_set_roll_abs(camera, 5), UVC_SUCCESS);
+        EXPECT_TRUE(bed.device(1).state().mute);
+        uvc_close(camera);
+    }
+    bed.device(1).unplug();
+    bed.device(1).replug();
+    Libuvc again;
+    uvc_device_handle_t *camera = again.open(0);
+    ASSERT_NE(camera, nullptr);
+    EXPECT_EQ(brightness(camera), 128);
+    EXPECT_FALSE(bed.device(1).state().mute);
+    EXPECT_EQ(bed.device(1).state().presets.count(5), 1U);
+    uvc_close(camera);
+}
+
 } // namespace

@@ -34,6 +34,15 @@ inline ControlRequest getRequest(const ControlTraits &control, RequestCode code)
     return request;
 }
 
+// A camera that lacks nothing, with the controls in the user's hands that an automatic can take.
+inline CameraDescription completeCamera()
+{
+    CameraDescription description;
+    description.hasExtensionUnit = true;
+    description.range(Control::FocusAuto).cur = 0;
+    return description;
+}
+
 // A camera and the clock on its wall.
 struct CameraOnTheBench
 {

@@ -13,6 +13,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
+using Values = std::vector<std::int64_t>;
+
 constexpr std::int64_t degree = 3600;
 
 TEST(CameraMotion, PansUntilItIsStopped)
@@ -61,7 +63,7 @@ TEST(CameraMotion, StopsOneAxisWhenOnlyTheOtherIsAskedFor)
 
 TEST(CameraMotion, EndsAtTheEnds)
 {
-    CameraOnTheBench camera;
+    CameraOnTheBench camera(completeCamera());
     camera.set(Control::PantiltRelative, { 1, 24, -1, 20 });
     camera.set(Control::ZoomRelative, { 1, 1, 7 });
     camera.set(Control::FocusRelative, { -1, 7 });
@@ -119,13 +121,82 @@ TEST(CameraMotion, ComesBackIntoARangeOfNothing)
 TEST(CameraMotion, EndsWithThePower)
 {
     CameraOnTheBench camera;
-    camera.vendor(5);
     camera.set(Control::PantiltRelative, { 1, 24, 0, 0 });
     camera.pass(100ms);
     camera.model.cutPower();
     camera.pass(1min);
     EXPECT_EQ(camera.model.state().place().pan, 12 * degree);
-    EXPECT_TRUE(camera.model.state().mute);
+}
+
+TEST(CameraMotion, IsStartedFromOutside)
+{
+    CameraOnTheBench camera;
+    camera.model.go({ 60 * degree, 90 * degree, 16384, 0 });
+    camera.pass(250ms);
+    EXPECT_EQ(camera.read(Control::PantiltRelative), (Values{ 1, 24, 1, 20 }));
+    camera.pass(1min);
+    EXPECT_EQ(camera.model.state().place(), (Place{ 60 * degree, 90 * degree, 16384, 0 }));
+}
+
+struct DriveRow
+{
+    const char *name;
+    Control control;
+    Values asked;
+    Values answered; // while the motors run
+};
+
+class RelativeControl : public testing::TestWithParam<DriveRow>
+{
+protected:
+    Values now() { return camera.read(GetParam().control); }
+
+    CameraOnTheBench camera{ completeCamera() };
+};
+
+TEST_P(RelativeControl, AnswersWhatTheMotorsDoNow)
+{
+    const auto &[name, control, asked, answered] = GetParam();
+    const Values atRest(answered.size());
+    EXPECT_EQ(now(), atRest);
+    camera.set(control, asked);
+    camera.pass(10ms);
+    EXPECT_EQ(now(), answered);
+    camera.set(control, atRest);
+    EXPECT_EQ(now(), atRest);
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, RelativeControl,
+    testing::Values(DriveRow{ "Pan", Control::PantiltRelative, { 1, 21, 0, 0 }, { 1, 21, 0, 0 } },
+        DriveRow{ "PanAndTilt", Control::PantiltRelative, { -1, 1, 1, 19 }, { -1, 1, 1, 19 } },
+        DriveRow{ "TooFast", Control::PantiltRelative, { 1, 255, -1, 255 }, { 1, 24, -1, 20 } },
+        DriveRow{ "WithoutSpeed", Control::PantiltRelative, { 1, 0, -1, 0 }, { 0, 0, 0, 0 } },
+        DriveRow{ "Zoom", Control::ZoomRelative, { 1, 0, 3 }, { 1, 0, 3 } },
+        DriveRow{ "ZoomAtItsEnd", Control::ZoomRelative, { -1, 0, 7 }, { 0, 0, 0 } },
+        DriveRow{ "Focus", Control::FocusRelative, { -1, 9 }, { -1, 7 } }),
+    [](const auto &row) { return row.param.name; });
+
+TEST(RelativeControls, StandStillAtTheEnd)
+{
+    CameraOnTheBench camera;
+    camera.set(Control::PantiltRelative, { 1, 24, 1, 1 });
+    camera.pass(2s);
+    EXPECT_EQ(camera.read(Control::PantiltRelative), (Values{ 0, 0, 1, 1 }));
+}
+
+TEST(RelativeControls, RememberWhetherDigitalZoomWasAskedFor)
+{
+    CameraOnTheBench camera;
+    camera.set(Control::ZoomRelative, { 0, 1, 5 });
+    EXPECT_EQ(camera.read(Control::ZoomRelative), (Values{ 0, 1, 0 }));
+}
+
+TEST(RelativeControls, CountAJourneyAsADriveAtFullSpeed)
+{
+    CameraOnTheBench camera;
+    camera.set(Control::ZoomAbsolute, { 16384 });
+    camera.pass(100ms);
+    EXPECT_EQ(camera.read(Control::ZoomRelative), (Values{ 1, 0, 7 }));
 }
 
 struct SwitchCase

@@ -4,6 +4,7 @@
 // Text in and out: log lines, options, control commands, the command line.
 
 #include "tests/virtual_camera/model_test_support.h"
+#include "virtual_camera/camera/words.h"
 #include "virtual_camera/command/command_line.h"
 #include "virtual_camera/command/control_command.h"
 
@@ -129,6 +130,11 @@ TEST(CameraOptions, ChangeTheDescription)
     EXPECT_TRUE(camera.supports(Control::Contrast));
     EXPECT_EQ(applyOption(camera, "without", "processing_unit"), std::nullopt);
     EXPECT_FALSE(camera.supports(Control::Contrast));
+    EXPECT_FALSE(camera.supports(Control::ExtensionValue));
+    EXPECT_EQ(applyOption(camera, "with", "extension_unit"), std::nullopt);
+    EXPECT_TRUE(camera.supports(Control::ExtensionValue));
+    EXPECT_EQ(applyOption(camera, "uvc", "1.5"), std::nullopt);
+    EXPECT_EQ(camera.videoClass, 0x0150);
 }
 
 TEST(CameraOptions, SayWhatIsWrong)
@@ -144,6 +150,8 @@ TEST(CameraOptions, SayWhatIsWrong)
     EXPECT_THAT(problem("without", "colour"), HasSubstr("no control"));
     EXPECT_THAT(problem("product-id", "65536"), HasSubstr("0xffff"));
     EXPECT_THAT(problem("zoom_relative", "1:2:3:4"), HasSubstr("no range"));
+    EXPECT_THAT(problem("with", "wings"), HasSubstr("extension_unit"));
+    EXPECT_THAT(problem("uvc", "2.0"), HasSubstr("1.5"));
 }
 
 ControlCommand command(const char *line)
@@ -171,15 +179,20 @@ TEST(ControlCommands, AreUnderstood)
     EXPECT_EQ(command("refuse-open 1 none").number, 0);
     EXPECT_EQ(command("busy 1 on").number, 1);
     EXPECT_EQ(command("range 1 brightness -5:5:0:9").range.cur, 9);
+    EXPECT_EQ(command("range 1 pan -5:7200:0:9").control, Control::PantiltAbsolute);
+    EXPECT_EQ(command("range 1 pan -5:7200:0:9").field, 0U);
+    EXPECT_EQ(command("range 1 tilt -5:7200:0:9").field, 1U);
+    EXPECT_EQ(command("range 1 tilt -5:7200:0:9").range.max, 7200);
 }
 
 TEST(ControlCommands, SayWhatIsWrong)
 {
-    for (const char *line : { "", "   ", "dance", "unplug", "unplug x", "unplug 0", "unplug -1",
-             "unplug 1 2", "replug 1 0", "replug 1 128", "stall 1", "stall 1 colour",
-             "stall 1 gamma GET", "stall 1 all GET_CUR", "short 1 gamma", "short 1 gamma -1",
-             "delay 1 -5", "delay 1 99999999999", "refuse-open 1 EWHAT", "busy 1 maybe",
-             "range 1 gamma 1:2", "list 1", "unplug 99999999999999999999" }) {
+    for (const char *line :
+        { "", "   ", "dance", "unplug", "unplug x", "unplug 0", "unplug -1", "unplug 1 2",
+            "replug 1 0", "replug 1 128", "stall 1", "stall 1 colour", "stall 1 gamma GET",
+            "stall 1 all GET_CUR", "short 1 gamma", "short 1 gamma -1", "delay 1 -5",
+            "delay 1 99999999999", "refuse-open 1 EWHAT", "busy 1 maybe", "range 1 gamma 1:2",
+            "range 1 pantilt_absolute 1:2:3:4", "list 1", "unplug 99999999999999999999" }) {
         const auto parsed = parseControlCommand(line);
         ASSERT_TRUE(std::holds_alternative<std::string>(parsed)) << line;
         EXPECT_FALSE(std::get<std::string>(parsed).empty()) << line;

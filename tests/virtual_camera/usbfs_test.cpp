@@ -76,7 +76,7 @@ protected:
     }
 
     ManualClock clock;
-    std::shared_ptr<RequestLog> shared = std::make_shared<RequestLog>();
+    std::shared_ptr<RequestLog> shared = std::make_shared<RequestLog>(clock.clock());
     RequestLog &log = *shared;
     std::shared_ptr<Cable> cable = makeCable();
     Usbfs kernel{ cable, "uvcvideo" };
@@ -347,6 +347,45 @@ TEST_F(UsbfsTest, PowerCyclesTheCameraWhenItIsReset)
     Urb picture = waitForStatus(2);
     picture.endpoint = pictureEndpoint;
     EXPECT_EQ(submit(first, picture), 0);
+}
+
+TEST_F(UsbfsTest, SwitchesTheCameraOnAnewWhenItIsResetOrConfigured)
+{
+    detachDrivers();
+    const auto brightness = [this] {
+        std::int64_t value = 0;
+        cable->withCamera(
+            [&](CameraModel &camera) { value = camera.state().value(Control::Brightness); });
+        return value;
+    };
+    const auto dim = [this] {
+        cable->withCamera([](CameraModel &camera) {
+            camera.answer(setRequest(traits(Control::Brightness), { 1, 0 }));
+        });
+    };
+    dim();
+    EXPECT_EQ(kernel.reset(first), 0);
+    EXPECT_EQ(brightness(), 128);
+
+    dim();
+    ASSERT_EQ(brightness(), 1);
+    Urb configure;
+    configure.request.request = 9; // SET_CONFIGURATION
+    configure.request.value = 1;
+    EXPECT_EQ(submit(first, std::move(configure)), 0);
+    EXPECT_EQ(brightness(), 128);
+
+    dim();
+    EXPECT_EQ(kernel.setConfiguration(first, 1), 0);
+    EXPECT_EQ(brightness(), 128);
+}
+
+TEST_F(UsbfsTest, DatesTheLogByTheClockOfTheMotors)
+{
+    detachDrivers();
+    pass(90s);
+    ASSERT_EQ(submit(first, readBrightness(1)), 0);
+    EXPECT_EQ(log.requests().at(0).time, 90s);
 }
 
 } // namespace

@@ -112,7 +112,8 @@ void checkMotion(uvc_device_handle_t *camera)
         uvc_set_zoom_rel(camera, 1, 1, 5) == UVC_SUCCESS
             && uvc_set_zoom_rel(camera, 0, 1, 5) == UVC_SUCCESS);
     check("focuses",
-        uvc_set_focus_rel(camera, -1, 3) == UVC_SUCCESS
+        uvc_set_focus_auto(camera, 0) == UVC_SUCCESS
+            && uvc_set_focus_rel(camera, -1, 3) == UVC_SUCCESS
             && uvc_set_focus_rel(camera, 0, 0) == UVC_SUCCESS);
     check("takes commands",
         uvc_set_roll_abs(camera, 23) == UVC_SUCCESS && uvc_set_roll_abs(camera, 8) == UVC_SUCCESS);

@@ -4,7 +4,7 @@
 
 #include "virtual_camera/camera/words.h"
 
-#include <charconv>
+#include <array>
 #include <vector>
 
 namespace virtual_camera {
@@ -13,8 +13,8 @@ CameraDescription::CameraDescription()
 {
     supported.fill(true);
     // Pan and tilt are in seconds of arc, as the USB Video Class counts them.
-    range(Control::PantiltAbsolute) = { -170 * 3600, 170 * 3600, 0, 0, 3600 };
-    tilt = { -30 * 3600, 90 * 3600, 0, 0, 3600 };
+    range(Control::PantiltAbsolute, 0) = { -170 * 3600, 170 * 3600, 0, 0, 3600 };
+    range(Control::PantiltAbsolute, 1) = { -30 * 3600, 90 * 3600, 0, 0, 3600 };
     range(Control::ZoomAbsolute) = { 0, 16384, 0, 0, 1 };
     range(Control::FocusAbsolute) = { 0, 4095, 2048, 2048, 1 };
     range(Control::FocusAuto) = { 0, 1, 1, 1, 1 };
@@ -30,32 +30,36 @@ CameraDescription::CameraDescription()
     range(Control::BacklightCompensation) = { 0, 10, 0, 0, 1 };
     range(Control::Gain) = { 0, 255, 32, 32, 1 };
     range(Control::PowerLineFrequency) = { 0, 2, 1, 1, 1 };
+    range(Control::ExtensionValue) = { 0, 0xffff, 0, 0, 1 };
+}
+
+Range &CameraDescription::range(Control control, std::size_t field)
+{
+    return control == Control::PantiltAbsolute && field == 1 ? tilt : ranges[indexOf(control)];
+}
+
+const Range &CameraDescription::range(Control control, std::size_t field) const
+{
+    return control == Control::PantiltAbsolute && field == 1 ? tilt : ranges[indexOf(control)];
+}
+
+bool CameraDescription::hasEntity(std::uint8_t entity) const
+{
+    switch (entity) {
+    case cameraTerminal:
+        return hasCameraTerminal;
+    case processingUnit:
+        return hasProcessingUnit;
+    case extensionUnit:
+        return hasExtensionUnit;
+    default:
+        return entity == outputTerminal;
+    }
 }
 
 bool CameraDescription::supports(Control control) const
 {
-    const bool hasUnit =
-        traits(control).entity == cameraTerminal ? hasCameraTerminal : hasProcessingUnit;
-    return hasUnit && supported[indexOf(control)];
-}
-
-std::optional<std::int64_t> parseNumber(std::string_view text)
-{
-    const bool negative = !text.empty() && text.front() == '-';
-    if (negative)
-        text.remove_prefix(1);
-    const bool hexadecimal = text.substr(0, 2) == "0x" || text.substr(0, 2) == "0X";
-    if (hexadecimal)
-        text.remove_prefix(2);
-    // A second sign would be taken by from_chars.
-    if (text.empty() || text.front() == '-')
-        return std::nullopt;
-    std::int64_t number = 0;
-    const auto [end, error] =
-        std::from_chars(text.data(), text.data() + text.size(), number, hexadecimal ? 16 : 10);
-    if (error != std::errc{} || end != text.data() + text.size())
-        return std::nullopt;
-    return negative ? -number : number;
+    return hasEntity(traits(control).entity) && supported[indexOf(control)];
 }
 
 namespace {
@@ -92,6 +96,24 @@ Problem setId(std::uint16_t &id, std::string_view text)
     return std::nullopt;
 }
 
+Problem setVideoClass(std::uint16_t &release, std::string_view text)
+{
+    struct Named
+    {
+        std::string_view name;
+        std::uint16_t release;
+    };
+    constexpr std::array<Named, 3> known{ { { "1.0", 0x0100 }, { "1.1", 0x0110 },
+        { "1.5", 0x0150 } } };
+    for (const Named &candidate : known) {
+        if (candidate.name == text) {
+            release = candidate.release;
+            return std::nullopt;
+        }
+    }
+    return "expected 1.0, 1.1 or 1.5";
+}
+
 Problem drop(CameraDescription &description, std::string_view name)
 {
     if (name == "camera_terminal")
@@ -105,23 +127,35 @@ Problem drop(CameraDescription &description, std::string_view name)
     return std::nullopt;
 }
 
+Problem add(CameraDescription &description, std::string_view name)
+{
+    if (name != "extension_unit")
+        return "expected extension_unit";
+    description.hasExtensionUnit = true;
+    return std::nullopt;
+}
+
 Problem setControlRange(
     CameraDescription &description, std::string_view key, std::string_view value)
 {
-    const ControlTraits &pantilt = traits(Control::PantiltAbsolute);
-    if (key == "pan")
-        return setRange(description.range(Control::PantiltAbsolute), pantilt.fields[0], value);
-    if (key == "tilt")
-        return setRange(description.tilt, pantilt.fields[1], value);
-    const ControlTraits *control = findControl(key);
-    if (control == nullptr)
-        return "there is no such option";
-    if (control->fields.size() != 1)
-        return "this control has no range of its own (pan and tilt have)";
-    return setRange(description.range(control->control), control->fields[0], value);
+    if (const std::optional<RangedField> found = findRange(key))
+        return setRange(description.range(found->control, found->field),
+            traits(found->control).fields[found->field], value);
+    return findControl(key) != nullptr ? "this control has no range of its own (pan and tilt have)"
+                                       : "there is no such option";
 }
 
 } // namespace
+
+std::optional<RangedField> findRange(std::string_view name)
+{
+    if (name == "pan" || name == "tilt")
+        return RangedField{ Control::PantiltAbsolute, name == "pan" ? 0U : 1U };
+    const ControlTraits *control = findControl(name);
+    if (control == nullptr || control->fields.size() != 1)
+        return std::nullopt;
+    return RangedField{ control->control, 0 };
+}
 
 std::optional<std::string> applyOption(
     CameraDescription &description, std::string_view key, std::string_view value)
@@ -136,8 +170,12 @@ std::optional<std::string> applyOption(
         return setId(description.vendorId, value);
     else if (key == "product-id")
         return setId(description.productId, value);
+    else if (key == "uvc")
+        return setVideoClass(description.videoClass, value);
     else if (key == "without")
         return drop(description, value);
+    else if (key == "with")
+        return add(description, value);
     else
         return setControlRange(description, key, value);
     return std::nullopt;

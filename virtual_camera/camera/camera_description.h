@@ -13,18 +13,18 @@
 
 namespace virtual_camera {
 
-// What a camera says about one of its values. Nothing here is checked against anything else: a
-// camera may well announce a minimum above its maximum, or stand outside its own range.
+/// What a camera says about one of its values. Nothing here is checked against anything else: a
+/// camera may well announce a minimum above its maximum, or stand outside its own range.
 struct Range
 {
     std::int64_t min = 0;
     std::int64_t max = 0;
-    std::int64_t def = 0;
-    std::int64_t cur = 0; // when the camera is switched on
+    std::int64_t def = 0; ///< what GET_DEF answers
+    std::int64_t cur = 0; ///< the value when the camera is switched on
     std::int64_t res = 1;
 };
 
-// Everything that makes one camera differ from another.
+/// Everything that makes one camera differ from another.
 struct CameraDescription
 {
     CameraDescription();
@@ -37,29 +37,43 @@ struct CameraDescription
     std::string product = "Virtual PTZ Camera";
     std::string serial = "000001";
 
-    // The range of each control that has one; pan's stands under PantiltAbsolute.
+    /// The release of the USB Video Class that it speaks, as in bcdUVC: 0x0100, 0x0110 or 0x0150.
+    std::uint16_t videoClass = 0x0110;
+
+    /// The range of each control that has one; tilt has its own beside pan's, which stands under
+    /// PantiltAbsolute.
     std::array<Range, controlCount> ranges;
     Range tilt;
     Lens lens;
-    // A control that is not supported is not announced, and every request to it stalls.
+
+    /// A control that is not supported is not announced, and every request to it stalls.
     std::array<bool, controlCount> supported;
     // A capture stick has a connector in place of the camera terminal, and a simple camera may come
     // without a processing unit. The unit's controls go with it.
     bool hasCameraTerminal = true;
     bool hasProcessingUnit = true;
+    bool hasExtensionUnit = false;
 
-    Range &range(Control control) { return ranges[indexOf(control)]; }
-    const Range &range(Control control) const { return ranges[indexOf(control)]; }
+    /// The range of one of the control's fields: of pan (0) and tilt (1), else of the only one.
+    Range &range(Control control, std::size_t field = 0);
+    const Range &range(Control control, std::size_t field = 0) const;
+    bool hasEntity(std::uint8_t entity) const;
     bool supports(Control control) const;
 };
 
-// Changes the description as one option says, for example key "product", value "Big hall", or
-// key "brightness", value "-64:64:0:12". Returns what is wrong with the option, in words, and
-// then leaves the description as it was.
+/// A number that has a range: a control, or one of the two in pantilt_absolute.
+struct RangedField
+{
+    Control control;
+    std::size_t field;
+};
+/// "pan", "tilt", or the name of a control that has one field. Empty for every other name.
+std::optional<RangedField> findRange(std::string_view name);
+
+/// Changes the description as one option says, for example key "product", value "Big hall", or
+/// key "brightness", value "-64:64:0:12". Returns what is wrong with the option, in words, and
+/// then leaves the description as it was.
 std::optional<std::string> applyOption(
     CameraDescription &description, std::string_view key, std::string_view value);
-
-// The whole text as a number, decimal or with 0x; nothing when it is not one.
-std::optional<std::int64_t> parseNumber(std::string_view text);
 
 } // namespace virtual_camera

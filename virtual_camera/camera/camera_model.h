@@ -2,69 +2,45 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "virtual_camera/camera/camera_description.h"
-#include "virtual_camera/camera/camera_state.h"
+#include "virtual_camera/camera/camera_body.h"
 #include "virtual_camera/camera/control_request.h"
-#include "virtual_camera/camera/mechanics.h"
-
-#include <array>
-#include <map>
 
 namespace virtual_camera {
 
-// Why the last request stalled, as the camera tells when it is asked (USB Video Class, request
-// error code control).
-enum class RequestError : std::uint8_t {
-    None = 0,
-    NotReady = 1,
-    WrongState = 2,
-    Power = 3,
-    OutOfRange = 4,
-    InvalidUnit = 5,
-    InvalidControl = 6,
-    InvalidRequest = 7
-};
-
-// The camera behind the plug: answers the class requests of the USB Video Class and moves. It
-// knows nothing of how requests reach it. Not locked: one thread at a time.
+/// A camera as programs know it: answers the class requests of the USB Video Class, refuses what a
+/// real one refuses, and moves. It knows nothing of how requests reach it. Not locked: one thread
+/// at a time.
 class CameraModel
 {
 public:
     CameraModel(CameraDescription description, Clock clock);
 
     Answer answer(const ControlRequest &request);
-    CameraState state();
-    const CameraDescription &description() const { return m_description; }
+    /// Why the last request stalled. Any request that succeeds sets it back to None, and so does
+    /// asking the camera for it.
     RequestError lastError() const { return m_lastError; }
 
-    // The camera announces another range from now on, and the control takes the value cur.
-    // Ranges of what moves (pan, zoom, focus) are announced and checked, but the motors keep
-    // theirs.
-    void setRange(Control control, const Range &range);
-    // The power goes: motion ends, everything else is remembered.
-    void cutPower();
+    CameraState state() { return m_body.state(); }
+    const CameraDescription &description() const { return m_body.description(); }
+
+    // What happens to it from outside; see CameraBody.
+    void setRange(Control control, const Range &range, std::size_t field = 0);
+    void go(const Place &place) { m_body.go(place); }
+    void cutPower() { m_body.cutPower(); }
+    void switchOn();
 
 private:
     Answer refuse(RequestError error);
-    Answer answerControl(const ControlTraits &control, const ControlRequest &request);
+    Answer succeed(const Answer &answer);
     Answer answerErrorCode(const ControlRequest &request);
     Answer answerStreaming(const ControlRequest &request);
+    Answer answerControl(const ControlTraits &control, const ControlRequest &request);
     Answer set(const ControlTraits &control, const ControlRequest &request);
-    Bytes current(const ControlTraits &control);
     Bytes limit(const ControlTraits &control, RequestCode code) const;
-    RequestError checkValues(
-        const ControlTraits &control, const std::vector<std::int64_t> &values) const;
-    void apply(const ControlTraits &control, const std::vector<std::int64_t> &values);
-    void applyVendorCommand(int code);
-    // The control has this value now, and what it switches is switched.
-    void store(Control control, std::int64_t value);
+    Bytes info(const ControlTraits &control) const;
+    RequestError check(const ControlTraits &control, const std::vector<std::int64_t> &values) const;
 
-    CameraDescription m_description;
-    Mechanics m_mechanics;
-    CameraState m_state;
-    // The bytes last written to the controls that start a motion.
-    std::array<Bytes, controlCount> m_motion;
-    Bytes m_streamingProbe;
+    CameraBody m_body;
     RequestError m_lastError = RequestError::None;
 };
 

@@ -4,11 +4,26 @@
 
 #include "virtual_camera/camera/little_endian.h"
 
+#include <algorithm>
+#include <linux/usb/ch9.h>
+#include <utility>
+
 namespace virtual_camera {
+
+bool ControlRequest::hostReads() const { return (requestType & USB_DIR_IN) != 0; }
+
+bool ControlRequest::isStandard() const
+{
+    return (requestType & USB_TYPE_MASK) == USB_TYPE_STANDARD;
+}
+
+bool ControlRequest::isClass() const { return (requestType & USB_TYPE_MASK) == USB_TYPE_CLASS; }
+
+int ControlRequest::recipient() const { return requestType & USB_RECIP_MASK; }
 
 std::optional<ControlRequest> parseControlRequest(const std::uint8_t *bytes, std::size_t size)
 {
-    constexpr std::size_t setupSize = 8;
+    constexpr std::size_t setupSize = sizeof(usb_ctrlrequest);
     if (bytes == nullptr || size < setupSize)
         return std::nullopt;
     ControlRequest request;
@@ -22,6 +37,12 @@ std::optional<ControlRequest> parseControlRequest(const std::uint8_t *bytes, std
     if (!request.hostReads())
         request.data.assign(bytes + setupSize, bytes + setupSize + request.length);
     return request;
+}
+
+Answer Answer::reply(const ControlRequest &request, Bytes bytes)
+{
+    bytes.resize(std::min<std::size_t>(request.length, bytes.size()));
+    return { false, std::move(bytes) };
 }
 
 } // namespace virtual_camera

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <linux/usb/video.h>
 #include <numeric>
 
 namespace virtual_camera {
@@ -17,6 +18,10 @@ struct NamedCode
     RequestCode code;
     std::string_view name;
 };
+
+static_assert(static_cast<int>(RequestCode::SetCur) == UVC_SET_CUR);
+static_assert(static_cast<int>(RequestCode::GetCur) == UVC_GET_CUR);
+static_assert(static_cast<int>(RequestCode::GetDef) == UVC_GET_DEF);
 
 constexpr std::array<NamedCode, 8> requestCodes{ {
     { RequestCode::SetCur, "SET_CUR" },
@@ -65,39 +70,63 @@ std::size_t ControlTraits::length() const
         [](std::size_t sum, const Field &field) { return sum + field.size; });
 }
 
+bool ControlTraits::changesByItself() const
+{
+    return kind == Kind::Position || kind == Kind::Motion || control == Control::FocusAuto;
+}
+
 const std::vector<ControlTraits> &allControls()
 {
     using Kind = ControlTraits::Kind;
-    const Field byteValue{ "value", 1, false };
-    const Field unsignedValue{ "value", 2, false };
-    const Field signedValue{ "value", 2, true };
+    const std::vector<Field> oneByte{ { "value", 1, false } };
+    const std::vector<Field> unsignedWord{ { "value", 2, false } };
+    const std::vector<Field> signedWord{ { "value", 2, true } };
+    const std::vector<Field> panAndTilt{ { "pan", 4, true }, { "tilt", 4, true } };
+    const std::vector<Field> panAndTiltDrive{ { "pan", 1, true }, { "pan_speed", 1, false },
+        { "tilt", 1, true }, { "tilt_speed", 1, false } };
+    const std::vector<Field> zoomDrive{ { "zoom", 1, true }, { "digital", 1, false },
+        { "speed", 1, false } };
+    const std::vector<Field> focusDrive{ { "focus", 1, true }, { "speed", 1, false } };
     // clang-format off
     static const std::vector<ControlTraits> controls{
-        {Control::PantiltAbsolute, "pantilt_absolute", cameraTerminal, 0x0d, 11, Kind::Position,
-            {{"pan", 4, true}, {"tilt", 4, true}}},
-        {Control::PantiltRelative, "pantilt_relative", cameraTerminal, 0x0e, 12, Kind::Motion,
-            {{"pan", 1, true}, {"pan_speed", 1, false}, {"tilt", 1, true}, {"tilt_speed", 1, false}}},
-        {Control::ZoomAbsolute, "zoom_absolute", cameraTerminal, 0x0b, 9, Kind::Position, {unsignedValue}},
-        {Control::ZoomRelative, "zoom_relative", cameraTerminal, 0x0c, 10, Kind::Motion,
-            {{"zoom", 1, true}, {"digital", 1, false}, {"speed", 1, false}}},
-        {Control::FocusAbsolute, "focus_absolute", cameraTerminal, 0x06, 5, Kind::Position, {unsignedValue}},
-        {Control::FocusRelative, "focus_relative", cameraTerminal, 0x07, 6, Kind::Motion,
-            {{"focus", 1, true}, {"speed", 1, false}}},
-        {Control::FocusAuto, "focus_auto", cameraTerminal, 0x08, 17, Kind::Switch, {byteValue}},
-        {Control::RollAbsolute, "roll_absolute", cameraTerminal, 0x0f, 13, Kind::Value, {signedValue}},
-        {Control::Brightness, "brightness", processingUnit, 0x02, 0, Kind::Value, {signedValue}},
-        {Control::Contrast, "contrast", processingUnit, 0x03, 1, Kind::Value, {unsignedValue}},
-        {Control::Saturation, "saturation", processingUnit, 0x07, 3, Kind::Value, {unsignedValue}},
-        {Control::Sharpness, "sharpness", processingUnit, 0x08, 4, Kind::Value, {unsignedValue}},
-        {Control::Gamma, "gamma", processingUnit, 0x09, 5, Kind::Value, {unsignedValue}},
-        {Control::WhiteBalanceTemperature, "white_balance_temperature", processingUnit, 0x0a, 6,
-            Kind::Value, {unsignedValue}},
-        {Control::WhiteBalanceTemperatureAuto, "white_balance_temperature_auto", processingUnit, 0x0b, 12,
-            Kind::Switch, {byteValue}},
-        {Control::BacklightCompensation, "backlight_compensation", processingUnit, 0x01, 8,
-            Kind::Value, {unsignedValue}},
-        {Control::Gain, "gain", processingUnit, 0x04, 9, Kind::Value, {unsignedValue}},
-        {Control::PowerLineFrequency, "power_line_frequency", processingUnit, 0x05, 10, Kind::Value, {byteValue}},
+        {Control::PantiltAbsolute, "pantilt_absolute", cameraTerminal,
+            UVC_CT_PANTILT_ABSOLUTE_CONTROL, 11, Kind::Position, panAndTilt},
+        {Control::PantiltRelative, "pantilt_relative", cameraTerminal,
+            UVC_CT_PANTILT_RELATIVE_CONTROL, 12, Kind::Motion, panAndTiltDrive},
+        {Control::ZoomAbsolute, "zoom_absolute", cameraTerminal,
+            UVC_CT_ZOOM_ABSOLUTE_CONTROL, 9, Kind::Position, unsignedWord},
+        {Control::ZoomRelative, "zoom_relative", cameraTerminal,
+            UVC_CT_ZOOM_RELATIVE_CONTROL, 10, Kind::Motion, zoomDrive},
+        {Control::FocusAbsolute, "focus_absolute", cameraTerminal,
+            UVC_CT_FOCUS_ABSOLUTE_CONTROL, 5, Kind::Position, unsignedWord},
+        {Control::FocusRelative, "focus_relative", cameraTerminal,
+            UVC_CT_FOCUS_RELATIVE_CONTROL, 6, Kind::Motion, focusDrive},
+        {Control::FocusAuto, "focus_auto", cameraTerminal,
+            UVC_CT_FOCUS_AUTO_CONTROL, 17, Kind::Switch, oneByte},
+        {Control::RollAbsolute, "roll_absolute", cameraTerminal,
+            UVC_CT_ROLL_ABSOLUTE_CONTROL, 13, Kind::Value, signedWord},
+        {Control::Brightness, "brightness", processingUnit,
+            UVC_PU_BRIGHTNESS_CONTROL, 0, Kind::Value, signedWord},
+        {Control::Contrast, "contrast", processingUnit,
+            UVC_PU_CONTRAST_CONTROL, 1, Kind::Value, unsignedWord},
+        {Control::Saturation, "saturation", processingUnit,
+            UVC_PU_SATURATION_CONTROL, 3, Kind::Value, unsignedWord},
+        {Control::Sharpness, "sharpness", processingUnit,
+            UVC_PU_SHARPNESS_CONTROL, 4, Kind::Value, unsignedWord},
+        {Control::Gamma, "gamma", processingUnit,
+            UVC_PU_GAMMA_CONTROL, 5, Kind::Value, unsignedWord},
+        {Control::WhiteBalanceTemperature, "white_balance_temperature", processingUnit,
+            UVC_PU_WHITE_BALANCE_TEMPERATURE_CONTROL, 6, Kind::Value, unsignedWord},
+        {Control::WhiteBalanceTemperatureAuto, "white_balance_temperature_auto", processingUnit,
+            UVC_PU_WHITE_BALANCE_TEMPERATURE_AUTO_CONTROL, 12, Kind::Switch, oneByte},
+        {Control::BacklightCompensation, "backlight_compensation", processingUnit,
+            UVC_PU_BACKLIGHT_COMPENSATION_CONTROL, 8, Kind::Value, unsignedWord},
+        {Control::Gain, "gain", processingUnit,
+            UVC_PU_GAIN_CONTROL, 9, Kind::Value, unsignedWord},
+        {Control::PowerLineFrequency, "power_line_frequency", processingUnit,
+            UVC_PU_POWER_LINE_FREQUENCY_CONTROL, 10, Kind::Value, oneByte},
+        {Control::ExtensionValue, "extension_value", extensionUnit,
+            0x01, 0, Kind::Value, unsignedWord},
     };
     // clang-format on
     return controls;

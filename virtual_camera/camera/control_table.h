@@ -10,7 +10,8 @@
 
 namespace virtual_camera {
 
-// Request codes of the USB Video Class.
+/// Request codes of the USB Video Class. The kernel's constants stay out of the headers, as libuvc
+/// has enumerators of the same names.
 enum class RequestCode : std::uint8_t {
     SetCur = 0x01,
     GetCur = 0x81,
@@ -22,19 +23,21 @@ enum class RequestCode : std::uint8_t {
     GetDef = 0x87
 };
 
-// "SET_CUR", "GET_CUR", ...; empty for a code that is none of these.
+/// "SET_CUR", "GET_CUR", ...; empty for a code that is none of these.
 std::string_view requestCodeName(std::uint8_t code);
+/// Upper and lower case are alike.
 std::optional<RequestCode> requestCodeFromName(std::string_view name);
 
-// Entity numbers in the camera's control interface.
+// Terminals and units of the camera's control interface.
 constexpr std::uint8_t cameraTerminal = 1;
 constexpr std::uint8_t processingUnit = 2;
 constexpr std::uint8_t outputTerminal = 3;
+constexpr std::uint8_t extensionUnit = 4;
 
 constexpr std::uint8_t controlInterface = 0;
 constexpr std::uint8_t streamingInterface = 1;
 
-// Every control that the camera has, in the order of control_table.cpp.
+/// Every control that a camera can have, in the order of control_table.cpp.
 enum class Control : std::uint8_t {
     PantiltAbsolute,
     PantiltRelative,
@@ -53,13 +56,14 @@ enum class Control : std::uint8_t {
     WhiteBalanceTemperatureAuto,
     BacklightCompensation,
     Gain,
-    PowerLineFrequency
+    PowerLineFrequency,
+    ExtensionValue
 };
-constexpr std::size_t controlCount = 18;
+constexpr std::size_t controlCount = 19;
 
 constexpr std::size_t indexOf(Control control) { return static_cast<std::size_t>(control); }
 
-// One number within a control's bytes.
+/// One number within a control's bytes.
 struct Field
 {
     const char *name;
@@ -72,30 +76,33 @@ struct Field
 struct ControlTraits
 {
     enum class Kind : std::uint8_t {
-        Value,    // one number with a range
-        Switch,   // 0 or 1; has no range to ask for
-        Position, // like Value, but the camera needs time to get there
-        Motion    // directions and speeds; the camera moves until told to stop
+        Value,    ///< one number with a range
+        Switch,   ///< 0 or 1; has no range to ask for
+        Position, ///< like Value, but the camera takes time to get there
+        Motion    ///< directions and speeds; the camera moves until it is stopped
     };
 
     Control control;
-    const char *name; // as it is written in logs and commands: "zoom_absolute"
+    const char *name; ///< as logs and commands spell it: "zoom_absolute"
     std::uint8_t entity;
     std::uint8_t selector;
-    std::uint8_t announcedBit; // in the entity's bmControls
+    std::uint8_t announcedBit; ///< in the entity's bmControls
     Kind kind;
     std::vector<Field> fields;
 
-    std::size_t length() const; // bytes of the control's value
+    std::size_t length() const; ///< bytes of the control's value
+    /// The value changes without a SET_CUR to this control: motors move, and a vendor command
+    /// switches the focus.
+    bool changesByItself() const;
 };
 
 const std::vector<ControlTraits> &allControls();
 const ControlTraits &traits(Control control);
-// Null when the entity has no such control.
+/// Null when the entity has no such control.
 const ControlTraits *findControl(std::uint8_t entity, std::uint8_t selector);
 const ControlTraits *findControl(std::string_view name);
 
-// The numbers in a control's bytes, in field order. The bytes must be as many as the control has.
+/// The numbers in a control's bytes, in field order. The bytes must be as many as the control has.
 std::vector<std::int64_t> decodeFields(const ControlTraits &control, const std::uint8_t *bytes);
 std::vector<std::uint8_t> encodeFields(
     const ControlTraits &control, const std::vector<std::int64_t> &values);

@@ -4,7 +4,7 @@
 
 namespace virtual_camera {
 
-// What the zoom lens and the sensor behind it take in. Lengths are in millimetres.
+/// What the zoom lens and the sensor behind it take in. Lengths are in millimetres.
 struct Lens
 {
     double shortestFocalLength = 4.42; // 60 degrees from left to right
@@ -12,8 +12,8 @@ struct Lens
     double sensorWidth = 5.18;
     double sensorHeight = 2.914;
 
-    // The share is how far the zoom has gone, from 0 (wide) to 1 (tele). The focal length grows
-    // evenly with it, as the USB Video Class has it.
+    /// The share is how far the zoom has gone, from 0 (wide) to 1 (tele). The focal length grows
+    /// evenly with it, as the USB Video Class has it.
     double focalLength(double share) const;
     double horizontalDegrees(double share) const;
     double verticalDegrees(double share) const;

@@ -8,28 +8,11 @@
 
 namespace virtual_camera {
 
-// USB puts the low byte first. Sizes are 1 to 8 bytes.
+// Numbers as USB sends them, low byte first. Sizes are 1 to 8 bytes.
 
-inline std::uint64_t readUnsigned(const std::uint8_t *bytes, std::size_t size)
-{
-    std::uint64_t value = 0;
-    for (std::size_t i = size; i > 0; --i)
-        value = value << 8U | bytes[i - 1];
-    return value;
-}
-
-inline std::int64_t readSigned(const std::uint8_t *bytes, std::size_t size)
-{
-    const std::size_t unused = 64 - 8 * size;
-    return static_cast<std::int64_t>(readUnsigned(bytes, size) << unused)
-        >> static_cast<std::int64_t>(unused);
-}
-
-inline void append(std::vector<std::uint8_t> &bytes, std::int64_t value, std::size_t size)
-{
-    auto rest = static_cast<std::uint64_t>(value);
-    for (std::size_t i = 0; i < size; ++i, rest >>= 8U)
-        bytes.push_back(static_cast<std::uint8_t>(rest & 0xffU));
-}
+std::uint64_t readUnsigned(const std::uint8_t *bytes, std::size_t size);
+std::int64_t readSigned(const std::uint8_t *bytes, std::size_t size);
+/// Appends the low bytes of the value.
+void append(std::vector<std::uint8_t> &bytes, std::int64_t value, std::size_t size);
 
 } // namespace virtual_camera

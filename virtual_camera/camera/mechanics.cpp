@@ -3,100 +3,103 @@
 #include "virtual_camera/camera/mechanics.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace virtual_camera {
 
 namespace {
 
-// Full speed: 120 and 90 degrees in a second, a whole zoom or focus travel in 2.5 seconds.
-constexpr double panPerSecond = 120.0 * 3600;
+using Motor = Mechanics::Motor;
+
+constexpr double panPerSecond = 120.0 * 3600; // seconds of arc
 constexpr double tiltPerSecond = 90.0 * 3600;
 constexpr double lensTravelSeconds = 2.5;
 
-double velocity(int direction, int speed, int fastest, double fullSpeed)
-{
-    return direction * fullSpeed * std::min(speed, fastest) / fastest;
-}
-
-double lensSpeed(const Axis &lens) { return lens.span() / lensTravelSeconds; }
-
 Axis axisFor(const Range &range) { return { range.min, range.max, range.cur }; }
+
+int fastest(Motor motor)
+{
+    constexpr std::array<int, 4> speeds{ fastestPan, fastestTilt, fastestZoom, fastestFocus };
+    return speeds[static_cast<std::size_t>(motor)];
+}
 
 } // namespace
 
 Mechanics::Mechanics(const CameraDescription &description, Clock clock)
-    : m_clock(std::move(clock)), m_now(m_clock()),
-      m_pan(axisFor(description.range(Control::PantiltAbsolute))),
-      m_tilt(axisFor(description.tilt)), m_zoom(axisFor(description.range(Control::ZoomAbsolute))),
-      m_focus(axisFor(description.range(Control::FocusAbsolute)))
+    : m_clock(std::move(clock)),
+      m_now(m_clock()), m_axes{ axisFor(description.range(Control::PantiltAbsolute, 0)),
+          axisFor(description.range(Control::PantiltAbsolute, 1)),
+          axisFor(description.range(Control::ZoomAbsolute)),
+          axisFor(description.range(Control::FocusAbsolute)) }
 { }
 
-void Mechanics::runPan(int direction, int speed)
+double Mechanics::fullSpeed(Motor motor)
 {
-    catchUp();
-    m_pan.run(velocity(direction, speed, fastestPan, panPerSecond));
+    switch (motor) {
+    case Motor::Pan:
+        return panPerSecond;
+    case Motor::Tilt:
+        return tiltPerSecond;
+    default:
+        return axis(motor).span() / lensTravelSeconds;
+    }
 }
 
-void Mechanics::runTilt(int direction, int speed)
+void Mechanics::run(Motor motor, Drive drive)
 {
     catchUp();
-    m_tilt.run(velocity(direction, speed, fastestTilt, tiltPerSecond));
+    const int speed = std::min(drive.speed, fastest(motor));
+    axis(motor).run(drive.direction * fullSpeed(motor) * speed / fastest(motor));
 }
 
-void Mechanics::runZoom(int direction, int speed)
+void Mechanics::travel(Motor motor, std::int64_t target)
 {
     catchUp();
-    m_zoom.run(velocity(direction, speed, fastestZoom, lensSpeed(m_zoom)));
-}
-
-void Mechanics::runFocus(int direction, int speed)
-{
-    catchUp();
-    m_focus.run(velocity(direction, speed, fastestFocus, lensSpeed(m_focus)));
-}
-
-void Mechanics::travelPanTilt(std::int64_t pan, std::int64_t tilt)
-{
-    catchUp();
-    m_pan.travel(pan, panPerSecond);
-    m_tilt.travel(tilt, tiltPerSecond);
-}
-
-void Mechanics::travelZoom(std::int64_t zoom)
-{
-    catchUp();
-    m_zoom.travel(zoom, lensSpeed(m_zoom));
-}
-
-void Mechanics::travelFocus(std::int64_t focus)
-{
-    catchUp();
-    m_focus.travel(focus, lensSpeed(m_focus));
+    axis(motor).travel(target, fullSpeed(motor));
 }
 
 void Mechanics::travel(const Place &place)
 {
-    travelPanTilt(place.pan, place.tilt);
-    travelZoom(place.zoom);
-    travelFocus(place.focus);
+    travel(Motor::Pan, place.pan);
+    travel(Motor::Tilt, place.tilt);
+    travel(Motor::Zoom, place.zoom);
+    travel(Motor::Focus, place.focus);
+}
+
+void Mechanics::stop(Motor motor)
+{
+    catchUp();
+    axis(motor).stop();
 }
 
 void Mechanics::stop()
 {
     catchUp();
-    for (Axis *axis : { &m_pan, &m_tilt, &m_zoom, &m_focus })
-        axis->stop();
+    for (Axis &each : m_axes)
+        each.stop();
 }
 
-void Mechanics::describe(CameraState &state)
+AxisState Mechanics::state(Motor motor)
 {
     catchUp();
-    state.pan = { m_pan.position(), m_pan.velocity() };
-    state.tilt = { m_tilt.position(), m_tilt.velocity() };
-    state.zoom = { m_zoom.position(), m_zoom.velocity() };
-    state.zoomShare = m_zoom.share();
-    state.focus = { m_focus.position(), m_focus.velocity() };
+    return { axis(motor).position(), axis(motor).velocity() };
+}
+
+double Mechanics::share(Motor motor)
+{
+    catchUp();
+    return axis(motor).share();
+}
+
+Drive Mechanics::drive(Motor motor)
+{
+    catchUp();
+    const double velocity = axis(motor).velocity();
+    if (velocity == 0)
+        return {};
+    const double share = std::abs(velocity) / fullSpeed(motor);
+    return { velocity > 0 ? 1 : -1, static_cast<int>(std::lround(share * fastest(motor))) };
 }
 
 void Mechanics::catchUp()
@@ -104,8 +107,8 @@ void Mechanics::catchUp()
     const std::chrono::microseconds now = m_clock();
     const double seconds = std::chrono::duration<double>(now - m_now).count();
     m_now = now;
-    for (Axis *axis : { &m_pan, &m_tilt, &m_zoom, &m_focus })
-        axis->advance(seconds);
+    for (Axis &each : m_axes)
+        each.advance(seconds);
 }
 
 } // namespace virtual_camera

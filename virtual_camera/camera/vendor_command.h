@@ -6,7 +6,7 @@
 
 namespace virtual_camera {
 
-// What the firmware makes of a number written to the roll (absolute) control.
+/// What the firmware makes of a number written to the roll (absolute) control.
 struct VendorCommand
 {
     enum class Kind {
@@ -25,10 +25,10 @@ struct VendorCommand
     };
 
     Kind kind = Kind::Unknown;
-    bool on = false; // for those that are switched
-    int preset = 0;  // for the three of the presets
+    bool on = false; ///< for those that are switched
+    int preset = 0;  ///< for the three that deal with presets
 
-    std::string words() const; // "flip on", "recall preset 3", "unknown command"
+    std::string words() const; ///< "flip on", "recall preset 3", "unknown command"
 };
 
 VendorCommand decodeVendorCommand(int code);

@@ -287,6 +287,8 @@ The exit code is that of COMMAND, or 128 + the signal that ended it.)");
   pan, tilt, and controls         MIN:MAX:DEFAULT:CURRENT[:STEP]
   without                         a control that the camera lacks, or all of camera_terminal or
                                   processing_unit
+  with                            extension_unit
+  uvc                             1.0, 1.1 (default) or 1.5
 
 Control commands (N counts the devices from 1; with json before it a command is answered in JSON):
 )" + controlCommandHelp()

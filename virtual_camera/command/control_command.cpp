@@ -114,12 +114,15 @@ Problem readOnOff(ControlCommand &command, const Arguments &arguments)
 
 Problem readRange(ControlCommand &command, const Arguments &arguments)
 {
-    if (Problem problem = readControl(command, arguments[0]))
-        return problem;
     CameraDescription scratch;
-    if (Problem problem = applyOption(scratch, arguments[0], arguments[1]))
+    const std::optional<RangedField> named = findRange(arguments[0]);
+    if (Problem problem = named
+            ? applyOption(scratch, arguments[0], arguments[1])
+            : "nothing with a range is called '" + std::string(arguments[0]) + "'")
         return problem;
-    command.range = scratch.range(*command.control);
+    command.control = named->control;
+    command.field = named->field;
+    command.range = scratch.range(named->control, named->field);
     return std::nullopt;
 }
 
@@ -153,7 +156,7 @@ struct Form
         {"delay", Verb::Delay, true, 1, 1, readDelay, "delay N MILLISECONDS", "take so long for each request"},
         {"refuse-open", Verb::RefuseOpen, true, 1, 1, readError, "refuse-open N EACCES|EBUSY|EIO|ENODEV|EPERM|none", "let opening the device fail"},
         {"busy", Verb::RefuseClaim, true, 1, 1, readOnOff, "busy N on|off", "let another program hold the camera"},
-        {"range", Verb::SetRange, true, 2, 2, readRange, "range N CONTROL MIN:MAX:DEFAULT:CURRENT[:STEP]", "announce another range"},
+        {"range", Verb::SetRange, true, 2, 2, readRange, "range N CONTROL|pan|tilt MIN:MAX:DEFAULT:CURRENT[:STEP]", "announce another range"},
         {"clear", Verb::Clear, true, 0, 0, readNothing, "clear N", "take back all faults (not unplug, not range)"},
     }};
 // clang-format on

@@ -42,6 +42,7 @@ struct ControlCommand
     std::optional<Control> control;  // empty: all of them
     std::optional<RequestCode> code; // empty: all of them
     std::optional<int> number;       // address, bytes, milliseconds, errno, or 1 for "on"
+    std::size_t field = 0;           // of the control, which the range is for
     Range range;
 };
 

@@ -72,7 +72,7 @@ std::string executeOn(Device &device, const ControlCommand &command)
         device.refuseClaim(*command.number != 0);
         break;
     case Verb::SetRange:
-        device.setRange(*command.control, command.range);
+        device.setRange(*command.control, command.range, command.field);
         break;
     case Verb::Clear:
         device.clearFaults();

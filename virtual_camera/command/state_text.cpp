@@ -34,11 +34,12 @@ std::string presetsText(const CameraState &state)
     return " presets=" + (text.empty() ? "none" : text);
 }
 
-std::string valuesText(const CameraState &state)
+std::string valuesText(const CameraDescription &description, const CameraState &state)
 {
     std::string text;
     for (const ControlTraits &control : allControls()) {
-        if (control.kind == ControlTraits::Kind::Value && control.control != Control::RollAbsolute)
+        if (control.kind == ControlTraits::Kind::Value && control.control != Control::RollAbsolute
+            && description.supports(control.control))
             text += ' ' + std::string(control.name) + '=' + number(state.value(control.control));
     }
     return text;
@@ -61,7 +62,7 @@ std::string stateText(const Device &device)
         + switchText("freeze", state.freeze) + switchText("menu", state.menu)
         + switchText("auto_focus", state.autoFocus)
         + switchText("auto_white_balance", state.autoWhiteBalance);
-    return text + valuesText(state) + presetsText(state);
+    return text + valuesText(device.description(), state) + presetsText(state);
 }
 
 } // namespace virtual_camera

@@ -116,9 +116,9 @@ CameraDescription Device::description() const
     return description;
 }
 
-void Device::setRange(Control control, const Range &range)
+void Device::setRange(Control control, const Range &range, std::size_t field)
 {
-    m_cable->withCamera([&](CameraModel &camera) { camera.setRange(control, range); });
+    m_cable->withCamera([&](CameraModel &camera) { camera.setRange(control, range, field); });
 }
 
 // An open that is to fail is a matter of the plug, too.

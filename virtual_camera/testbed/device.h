@@ -32,9 +32,10 @@ public:
     /// Transfers under way fail, then every call, then programs are told. Nothing when it is
     /// unplugged already.
     void unplug();
-    /// At the same address, or at another one that is free. The camera has stopped moving and
-    /// remembers everything else. Nothing when it is plugged in already; throws
-    /// std::invalid_argument for an address that is taken or out of 2 to 127 (1 is the root hub's).
+    /// At the same address, or at another one that is free. The camera is switched on: it remembers
+    /// its presets and the ranges that were set, and nothing else. Nothing when it is plugged in
+    /// already; throws std::invalid_argument for an address that is taken or out of 2 to
+    /// 127 (1 is the root hub's).
     void replug(std::optional<int> address = std::nullopt);
 
     /// Control requests that a slow camera has not answered yet.
@@ -45,8 +46,9 @@ public:
     /// What the camera is doing now; only for cameras, as is what follows.
     CameraState state() const;
     CameraDescription description() const;
-    /// The camera announces another range from now on, and the control takes its cur.
-    void setRange(Control control, const Range &range);
+    /// The camera announces another range from now on, and the control takes its cur. The field
+    /// tells tilt (1) from pan (0).
+    void setRange(Control control, const Range &range, std::size_t field = 0);
 
     /// All requests to the control stall, or only those with one code.
     void stall(Control control);

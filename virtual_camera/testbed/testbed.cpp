@@ -10,12 +10,6 @@ namespace virtual_camera {
 
 namespace {
 
-std::chrono::microseconds steadyTime()
-{
-    return std::chrono::duration_cast<std::chrono::microseconds>(
-        std::chrono::steady_clock::now().time_since_epoch());
-}
-
 // libusb lists the device with the last name in /sys first. Names are compared as texts, so
 // all ports of a testbed have the same number of digits.
 int portsFor(int count) { return count <= 9 ? 9 : 99; }
@@ -26,15 +20,15 @@ int portFor(int number, int count) { return portsFor(count) + 1 - number; }
 Testbed::Testbed(int count) : Testbed(DeviceDescription::ptzCameras(count)) { }
 
 Testbed::Testbed(std::vector<DeviceDescription> devices, Clock clock, std::unique_ptr<Bus> bus)
-    : m_log(std::make_shared<RequestLog>())
+    : m_log(std::make_shared<RequestLog>(clock ? clock : steadyClock()))
 {
     const int count = static_cast<int>(devices.size());
     m_socket.bus = bus ? std::move(bus) : std::make_unique<UmockdevBus>(portsFor(count));
-    const Clock time = clock ? std::move(clock) : Clock(steadyTime);
+    const Clock time = clock ? std::move(clock) : steadyClock();
     for (int number = 1; number <= count; ++number) {
         DeviceDescription &description = devices[static_cast<std::size_t>(number - 1)];
         m_devices.push_back(std::unique_ptr<Device>(new Device(
-            m_socket, number, portFor(number, count), std::move(description), time, m_log)));
+            m_socket, number, portFor(number, count), std::move(description), clock, m_log)));
     }
 }
 

@@ -85,7 +85,7 @@ Cable::Answered Cable::perform(int file, ControlRequest request)
     }
     if (!answer.stalled && request.isStandard() && !request.hostReads()
         && request.request == USB_REQ_SET_CONFIGURATION)
-        powerCycle();
+        switchOn();
     answered.data = std::move(answer.data);
     if (request.hostReads())
         request.data = answered.data;
@@ -93,11 +93,11 @@ Cable::Answered Cable::perform(int file, ControlRequest request)
     return answered;
 }
 
-void Cable::powerCycle()
+void Cable::switchOn()
 {
     m_firmware.reset();
     if (m_camera)
-        m_camera->cutPower();
+        m_camera->switchOn();
 }
 
 void Cable::opened(int file)
@@ -117,7 +117,7 @@ void Cable::closed(int file)
 void Cable::reset(int file)
 {
     const std::lock_guard lock(m_mutex);
-    powerCycle();
+    switchOn();
     logEvent(LogRecord::Event::Reset, file);
 }
 
@@ -125,6 +125,7 @@ void Cable::plugIn(std::function<void()> bell)
 {
     const std::lock_guard lock(m_mutex);
     m_bell = std::move(bell);
+    switchOn();
 }
 
 void Cable::pullOut()
@@ -134,7 +135,8 @@ void Cable::pullOut()
     for (Waiting &waiting : m_queue)
         logRequest(waiting.file, std::move(waiting.request), Result::Gone);
     m_queue.clear();
-    powerCycle();
+    if (m_camera)
+        m_camera->cutPower();
 }
 
 Faults Cable::faults() const

@@ -80,7 +80,8 @@ private:
     };
 
     Answered perform(int file, ControlRequest request);
-    void powerCycle();
+    /// What a device does that gets power, is reset or configured.
+    void switchOn();
     void logRequest(int file, ControlRequest request, LogRecord::Result result) const;
 
     const int m_number;

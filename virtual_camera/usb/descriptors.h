@@ -4,31 +4,28 @@
 
 #include "virtual_camera/camera/camera_description.h"
 #include "virtual_camera/camera/control_request.h"
+#include "virtual_camera/usb/interface_layout.h"
+#include "virtual_camera/usb/string_descriptor.h"
 
-#include <string>
 #include <vector>
 
 namespace virtual_camera {
 
-// What a device says of itself when it is plugged in.
+// Endpoints of a camera.
+constexpr std::uint8_t statusEndpoint = 0x81;  ///< interrupt; nothing ever happens
+constexpr std::uint8_t pictureEndpoint = 0x82; ///< isochronous, in alternate setting 1 only
+
+/// What a device says of itself when it is plugged in.
 struct Descriptors
 {
     Bytes device;
-    Bytes configuration; // with all interfaces and endpoints
+    Bytes configuration; ///< with all interfaces and endpoints
     Bytes qualifier;
-    std::vector<Bytes> strings; // by index; the first names the languages
+    std::vector<Bytes> strings; ///< by index; the first names the languages
 };
 
 Descriptors describeCamera(const CameraDescription &description);
-// A memory stick: something on the bus that is no camera.
+/// A memory stick: something on the bus that is not a camera.
 Descriptors describeStorage();
-
-// A string descriptor of up to 126 UTF-16 units, as USB allows no more; the rest of a longer text
-// is cut off. Bytes that are no UTF-8 become U+FFFD.
-Bytes stringDescriptor(const std::string &utf8);
-
-// Endpoints of a camera.
-constexpr std::uint8_t statusEndpoint = 0x81;
-constexpr std::uint8_t pictureEndpoint = 0x82;
 
 } // namespace virtual_camera

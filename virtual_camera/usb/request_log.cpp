@@ -21,7 +21,7 @@ bool belongsTo(const LogRecord &record, int device)
 
 } // namespace
 
-RequestLog::RequestLog() : m_start(std::chrono::steady_clock::now()) { }
+RequestLog::RequestLog(Clock clock) : m_clock(std::move(clock)), m_start(m_clock()) { }
 
 void RequestLog::add(LogRecord record)
 {
@@ -37,11 +37,7 @@ void RequestLog::add(LogRecord record)
     m_grown.notify_all();
 }
 
-std::chrono::microseconds RequestLog::now() const
-{
-    return std::chrono::duration_cast<std::chrono::microseconds>(
-        std::chrono::steady_clock::now() - m_start);
-}
+std::chrono::microseconds RequestLog::now() const { return m_clock() - m_start; }
 
 void RequestLog::clear()
 {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "virtual_camera/camera/clock.h"
 #include "virtual_camera/camera/control_request.h"
 
 #include <chrono>
@@ -66,7 +67,8 @@ public:
     /// So many are kept, the latest ones; they take some 20 MB.
     static constexpr std::size_t mostRecords = 100000;
 
-    RequestLog();
+    // The clock dates the records; the log begins now.
+    explicit RequestLog(Clock clock = steadyClock());
 
     // Numbers the record, gives it the time and tells those who wait.
     void add(LogRecord record);
@@ -101,7 +103,8 @@ private:
     Records m_records;
     bool m_keep = true;
     std::uint64_t m_lastSequence = 0;
-    std::chrono::steady_clock::time_point m_start;
+    const Clock m_clock;
+    const std::chrono::microseconds m_start;
     std::function<void(const LogRecord &)> m_writer;
 };
 

@@ -3,6 +3,7 @@
 
 """What moves the cameras, and what stops them."""
 
+AUTO_FOCUS = "06 00"
 _DIRECTION_BYTES = {"pantilt_relative": (0, 2), "zoom_relative": (0,), "focus_relative": (0,)}
 
 
@@ -45,6 +46,9 @@ class Motions:
                             if axis[0] != line.camera}
         if line.what == "REPLUG":
             self._unplugged.discard(line.camera)
+        if line.what == "SET_CUR" and line.control == "roll_absolute" and line.data == AUTO_FOCUS:
+            # The automatic takes the lens over.
+            self._moving.pop((line.camera, "focus_relative"), None)
         # What was on its way when the cable was pulled may be noted after that.
         if not is_motion(line) or line.camera in self._unplugged:
             return
