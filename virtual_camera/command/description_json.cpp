@@ -35,7 +35,7 @@ json::Object fieldsJson(const ControlTraits &control, const CameraDescription &c
 {
     json::Object fields;
     for (std::size_t i = 0; i < control.fields.size(); ++i) {
-        const Range &range = i == 0 ? camera.range(control.control) : camera.tilt;
+        const Range &range = camera.range(control.control, i);
         const bool motion = control.kind == ControlTraits::Kind::Motion;
         fields.add(control.fields[i].name, motion ? json::Object() : rangeJson(range));
     }
@@ -71,6 +71,8 @@ json::Array unitsJson(const CameraDescription &camera)
         units.emplace_back("camera_terminal");
     if (camera.hasProcessingUnit)
         units.emplace_back("processing_unit");
+    if (camera.hasExtensionUnit)
+        units.emplace_back("extension_unit");
     return units;
 }
 

@@ -28,7 +28,7 @@ Testbed::Testbed(std::vector<DeviceDescription> devices, Clock clock, std::uniqu
     for (int number = 1; number <= count; ++number) {
         DeviceDescription &description = devices[static_cast<std::size_t>(number - 1)];
         m_devices.push_back(std::unique_ptr<Device>(new Device(
-            m_socket, number, portFor(number, count), std::move(description), clock, m_log)));
+            m_socket, number, portFor(number, count), std::move(description), time, m_log)));
     }
 }
 
