@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "virtual_camera/command/log_file.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <condition_variable>
 #include <fcntl.h>
 #include <mutex>
+#include <sys/stat.h>
 #include <system_error>
 #include <thread>
 #include <unistd.h>
@@ -31,11 +33,33 @@ int openForWriting(const std::string &path)
     return file;
 }
 
+// Whether a reader may make the writer wait.
+bool mayBlock(int file)
+{
+    struct stat about
+    { };
+    return fstat(file, &about) != 0 || !S_ISREG(about.st_mode);
+}
+
+// Writes a part of the text and takes it away. What cannot be written will not be: the reader has
+// gone, or the disk is full.
+void writePart(int file, std::string &text)
+{
+    constexpr std::size_t largest = 4096;
+    const ssize_t count = write(file, text.data(), std::min(text.size(), largest));
+    if (count >= 0)
+        text.erase(0, static_cast<std::size_t>(count));
+    else if (errno != EINTR)
+        text.clear();
+}
+
 } // namespace
 
 struct LogFile::Backlog
 {
-    Backlog(int where, LogFormat what) : file(where), format(std::move(what)) { }
+    Backlog(int where, LogFormat what)
+        : file(where), blocking(mayBlock(where)), format(std::move(what)), text(format.header())
+    { }
     ~Backlog() { close(file); }
     Backlog(const Backlog &) = delete;
     Backlog &operator=(const Backlog &) = delete;
@@ -48,7 +72,14 @@ struct LogFile::Backlog
         return lost > 0 ? taken + format.lost(std::exchange(lost, 0)) : taken;
     }
 
+    void writeAll()
+    {
+        for (std::string taken = take(); !taken.empty();)
+            writePart(file, taken);
+    }
+
     const int file;
+    const bool blocking;
     const LogFormat format;
     std::mutex mutex;
     std::condition_variable changed;
@@ -62,8 +93,10 @@ struct LogFile::Backlog
 LogFile::LogFile(const std::string &path, LogFormat format)
     : m_backlog(std::make_shared<Backlog>(openForWriting(path), std::move(format)))
 {
-    m_backlog->text = m_backlog->format.header();
-    std::thread(writeOut, m_backlog).detach();
+    if (m_backlog->blocking)
+        std::thread(writeOut, m_backlog).detach();
+    else
+        m_backlog->writeAll();
 }
 
 LogFile::~LogFile()
@@ -90,6 +123,9 @@ void LogFile::write(const LogRecord &record)
         return;
     }
     m_backlog->text += text;
+    // A file has the line when the program has its answer.
+    if (!m_backlog->blocking)
+        m_backlog->writeAll();
     m_backlog->changed.notify_all();
 }
 
@@ -104,12 +140,8 @@ void LogFile::writeOut(const std::shared_ptr<Backlog> &backlog)
         backlog->writing = true;
         while (!text.empty()) {
             lock.unlock();
-            const ssize_t count = ::write(backlog->file, text.data(), text.size());
+            writePart(backlog->file, text);
             lock.lock();
-            if (count < 0 && errno == EINTR)
-                continue;
-            // What cannot be written will not be: the reader has gone, or the disk is full.
-            text.erase(0, count < 0 ? text.size() : static_cast<std::size_t>(count));
             ++backlog->written;
         }
         backlog->writing = false;

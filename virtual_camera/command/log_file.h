@@ -9,8 +9,8 @@
 
 namespace virtual_camera {
 
-/// A log that is written as it comes, by a thread of its own: a pipe that nobody reads stops that
-/// thread and nothing else.
+/// A log that is written as it comes. Where a reader could make the writer wait, a thread of its
+/// own writes: a pipe that nobody reads stops that thread and nothing else.
 class LogFile
 {
 public:
