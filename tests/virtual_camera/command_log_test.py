@@ -2,10 +2,14 @@
 # SPDX-License-Identifier: MIT
 """The logs of virtual-camera, as people and programs read them."""
 
+import collections
+import errno
 import json
 import os
 import re
+import struct
 import subprocess
+import time
 
 from command_case import PATIENCE, UVC_CLIENT, VIRTUAL_CAMERA, Case, RunningCase, main, run
 
@@ -36,6 +40,11 @@ class InWords(Case):
         closed = [text for text in texts if " CLOSE " in text]
         self.assertEqual(sorted(text.replace("CLOSE", "OPEN") for text in closed), sorted(opened))
         self.assertTrue(opened)
+
+    def test_has_a_request_before_the_program_has_its_answer(self):
+        log = self.path("log")
+        result = run("--log", log, "--", "sh", "-c", f"{UVC_CLIENT} read 100; cat {log}")
+        self.assertEqual(result.stdout.count(" GET_CUR brightness "), 100)
 
     def test_goes_to_standard_output(self):
         result = run("--log", "-", "--", UVC_CLIENT)
@@ -84,6 +93,73 @@ class InJson(RunningCase):
             follower.kill()
         with open(self.path("json"), encoding="utf-8") as file:
             self.assertEqual(file.readlines()[1:], followed)
+
+
+class ForWireshark(RunningCase):
+    """Read as <linux/usb/usbmon.h> lays it out, without Wireshark."""
+
+    Packet = collections.namedtuple("Packet", "time id type transfer endpoint device bus no_setup no_data"
+                                    " seconds microseconds status length captured setup data")
+
+    def packets(self):
+        with open(self.path("pcap"), "rb") as file:
+            content = file.read()
+        self.assertEqual(struct.unpack_from("=IHHiIII", content),
+                         (0xA1B2C3D4, 2, 4, 0, 0, 262144, 220))
+        place, packets = 24, []
+        while place < len(content):
+            seconds, microseconds, captured, original = struct.unpack_from("=4I", content, place)
+            self.assertEqual(captured, original)
+            head = struct.unpack_from("=QcBBBHccqiiII8s4I", content, place + 16)
+            packets.append(self.Packet(seconds + microseconds / 1e6, *head[:14],
+                                       content[place + 80:place + 16 + captured]))
+            self.assertEqual((head[8], head[9]), (seconds, microseconds))
+            self.assertEqual(len(packets[-1].data), packets[-1].captured)
+            place += 16 + captured
+        return packets
+
+    def test_holds_each_transfer_twice(self):
+        before = time.time()
+        run("--log-json", self.path("json"), "--log-pcap", self.path("pcap"), "--", UVC_CLIENT)
+        with open(self.path("json"), encoding="utf-8") as file:
+            requests = [json.loads(line) for line in file if '"request"' in line]
+        packets = self.packets()
+        self.assertEqual([packet.type for packet in packets], [b"S", b"C"] * (len(packets) // 2))
+        pairs = [(submission, completion)
+                 for submission, completion in zip(packets[::2], packets[1::2])
+                 if submission.setup[0] & 0x60 == 0x20]
+        self.assertEqual(len(pairs), len(requests))
+        for (submission, completion), request in zip(pairs, requests):
+            self.assertEqual(submission.id, completion.id)
+            self.assertEqual((submission.transfer, submission.device, submission.bus), (2, 2, 1))
+            self.assertEqual(submission.setup.hex(" "), request["setup"])
+            self.assertEqual((submission.data + completion.data).hex(" "), request["data"])
+            reads = submission.setup[0] & 0x80
+            self.assertEqual(submission.endpoint, reads)
+            self.assertEqual(submission.data if reads else completion.data, b"")
+            self.assertEqual(submission.status, -errno.EINPROGRESS)
+            self.assertEqual(completion.status, -errno.EPIPE if request["result"] == "stall" else 0)
+            self.assertLessEqual(submission.time, completion.time)
+            self.assertTrue(before - 1 < completion.time < time.time() + 1)
+        # What every USB device is asked for is there, too.
+        self.assertGreater(len(packets), 2 * len(pairs))
+
+    def test_says_when_and_where(self):
+        self.start("--log-pcap", self.path("pcap"), "--cameras", "2", "--at-start", "delay 2 200")
+        self.tell("unplug 1")
+        self.tell("replug 1 77")
+        self.tell("unplug 1")
+        self.tell("unplug 2")
+        self.tell("replug 2 88")
+        run("--join", self.socket, "--", UVC_CLIENT, "read", "1")
+        self.stop()
+        packets = self.packets()
+        self.assertEqual({packet.device for packet in packets}, {88})
+        waits = [completion.time - submission.time
+                 for submission, completion in zip(packets[::2], packets[1::2])
+                 if submission.setup[0] & 0x60 == 0x20]
+        self.assertEqual(len(waits), 1)
+        self.assertGreaterEqual(waits[0], 0.199)
 
 
 class NobodyReads(Case):

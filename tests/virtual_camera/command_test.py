@@ -93,18 +93,18 @@ class TheCommand(Case):
             self.assertEqual(run(*arguments).stdout, expected)
 
     def test_leaves_nothing_behind_when_it_is_killed(self):
-        with subprocess.Popen(
-            [VIRTUAL_CAMERA, "--", "sh", "-c", 'echo $$ "$UMOCKDEV_DIR"; exec sleep 60'],
+        process = subprocess.Popen(
+            [VIRTUAL_CAMERA, "--", "sh", "-c", 'echo $$ "$UMOCKDEV_DIR"; exec sleep 600'],
             stdout=subprocess.PIPE, text=True,
-        ) as process:
-            child, folder = process.stdout.readline().split()
-            self.assertTrue(os.path.exists(folder))
-            process.kill()
-            process.wait(PATIENCE)
-            # The end of the last process that could write to the pipe.
-            self.assertEqual(process.stdout.read(), "")
-        self.wait_until(lambda: not os.path.exists(folder))
+        )
+        self.addCleanup(process.stdout.close)
+        child, folder = process.stdout.readline().split()
+        self.addCleanup(lambda: runs(child) and os.kill(int(child), signal.SIGKILL))
+        self.assertTrue(os.path.exists(folder))
+        process.kill()
+        process.wait(PATIENCE)
         self.wait_until(lambda: not runs(child))
+        self.wait_until(lambda: not os.path.exists(folder))
 
     def test_leaves_nothing_behind(self):
         result = run("--", "sh", "-c", 'echo "$UMOCKDEV_DIR"')

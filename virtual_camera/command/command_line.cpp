@@ -119,12 +119,13 @@ struct Option
 };
 
 // clang-format off
-constexpr std::array<Option, 12> options{{
+constexpr std::array<Option, 13> options{{
     {"cameras", 0, readCameras, "N", "plug in N cameras, 1 to 32 (default 1)"},
     {"devices", 0, readDevices, "LIST", "plug in these, separated by commas, in this order"},
     {"option", 0, readOption, "[N.]KEY=VALUE", "describe device N, or all cameras; repeatable"},
     {"log", 0, readLog<LogKind::Text>, "FILE", "write each request as it is answered; - is standard output"},
     {"log-json", 0, readLog<LogKind::Json>, "FILE", "the same in lines of JSON"},
+    {"log-pcap", 0, readLog<LogKind::Pcap>, "FILE", "write a capture of the bus, for Wireshark"},
     {"control", 0, readSocket<Mode::Run>, "SOCKET", "take control commands at this Unix socket"},
     {"at-start", 0, readAtStart, "COMMAND", "a control command before COMMAND starts; repeatable"},
     {"script", 0, readScript, "FILE", "control commands at their times, see below"},

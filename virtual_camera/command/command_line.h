@@ -23,7 +23,7 @@ struct CommandLine
         Help,
         Version
     };
-    enum class LogKind { Text, Json };
+    enum class LogKind { Text, Json, Pcap };
     struct Log
     {
         LogKind kind;

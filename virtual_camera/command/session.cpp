@@ -4,6 +4,7 @@
 
 #include "virtual_camera/command/control_execution.h"
 #include "virtual_camera/command/control_protocol.h"
+#include "virtual_camera/command/pcap_log.h"
 #include "virtual_camera/command/preload.h"
 
 #include <csignal>
@@ -32,7 +33,14 @@ int openSignals()
 
 LogFormat formatOf(CommandLine::LogKind kind)
 {
-    return kind == CommandLine::LogKind::Json ? jsonLog() : textLog();
+    switch (kind) {
+    case CommandLine::LogKind::Json:
+        return jsonLog();
+    case CommandLine::LogKind::Pcap:
+        return pcapLog();
+    default:
+        return textLog();
+    }
 }
 
 } // namespace

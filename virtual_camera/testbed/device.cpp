@@ -97,7 +97,7 @@ void Device::replug(std::optional<int> address)
     if (m_socket.bus->occupied(wanted))
         throw std::invalid_argument("address " + std::to_string(wanted) + " is taken");
     m_address = wanted;
-    m_cable->logEvent(LogRecord::Event::Replug);
+    m_cable->logEvent(LogRecord::Event::Replug, 0, wanted);
     plugIn();
 }
 

@@ -23,7 +23,7 @@ std::uint64_t Cable::send(int file, ControlRequest request)
     const std::lock_guard lock(m_mutex);
     if (m_queue.empty())
         m_begun = m_clock();
-    m_queue.push_back({ ++m_lastTicket, file, std::move(request) });
+    m_queue.push_back({ ++m_lastTicket, file, std::move(request), m_log->now() });
     return m_lastTicket;
 }
 
@@ -34,7 +34,7 @@ bool Cable::cancel(std::uint64_t ticket)
         [ticket](const Waiting &waiting) { return waiting.ticket == ticket; });
     if (found == m_queue.end())
         return false;
-    logRequest(found->file, std::move(found->request), Result::Cancelled);
+    logRequest(std::move(*found), Result::Cancelled);
     if (found == m_queue.begin())
         m_begun = m_clock();
     m_queue.erase(found);
@@ -50,8 +50,7 @@ std::vector<Cable::Answered> Cable::collect()
         m_begun += m_faults.delay;
         Waiting next = std::move(m_queue.front());
         m_queue.pop_front();
-        answers.push_back(perform(next.file, std::move(next.request)));
-        answers.back().ticket = next.ticket;
+        answers.push_back(perform(std::move(next)));
     }
     return answers;
 }
@@ -68,12 +67,14 @@ std::optional<std::chrono::microseconds> Cable::nextAnswer() const
 Cable::Answered Cable::answerNow(int file, ControlRequest request)
 {
     const std::lock_guard lock(m_mutex);
-    return perform(file, std::move(request));
+    return perform({ 0, file, std::move(request), m_log->now() });
 }
 
-Cable::Answered Cable::perform(int file, ControlRequest request)
+Cable::Answered Cable::perform(Waiting waiting)
 {
+    ControlRequest &request = waiting.request;
     Answered answered;
+    answered.ticket = waiting.ticket;
     Answer answer = Answer::stall();
     if (!m_faults.stalls(request))
         answer = m_firmware.answer(request);
@@ -89,7 +90,7 @@ Cable::Answered Cable::perform(int file, ControlRequest request)
     answered.data = std::move(answer.data);
     if (request.hostReads())
         request.data = answered.data;
-    logRequest(file, std::move(request), answered.result);
+    logRequest(std::move(waiting), answered.result);
     return answered;
 }
 
@@ -133,7 +134,7 @@ void Cable::pullOut()
     const std::lock_guard lock(m_mutex);
     m_bell = nullptr;
     for (Waiting &waiting : m_queue)
-        logRequest(waiting.file, std::move(waiting.request), Result::Gone);
+        logRequest(std::move(waiting), Result::Gone);
     m_queue.clear();
     if (m_camera)
         m_camera->cutPower();
@@ -189,22 +190,24 @@ int Cable::openFiles() const
     return m_openFiles;
 }
 
-void Cable::logRequest(int file, ControlRequest request, Result result) const
+void Cable::logRequest(Waiting waiting, Result result) const
 {
     LogRecord record;
     record.device = m_number;
-    record.file = file;
-    record.request = std::move(request);
+    record.file = waiting.file;
+    record.submitted = waiting.submitted;
+    record.request = std::move(waiting.request);
     record.result = result;
     m_log->add(std::move(record));
 }
 
-void Cable::logEvent(LogRecord::Event event, int file) const
+void Cable::logEvent(LogRecord::Event event, int file, int address) const
 {
     LogRecord record;
     record.device = m_number;
     record.file = file;
     record.event = event;
+    record.address = address;
     m_log->add(std::move(record));
 }
 

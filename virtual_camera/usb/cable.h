@@ -69,7 +69,7 @@ public:
     void withCamera(const std::function<void(CameraModel &)> &what) const;
     int requestsUnderWay() const;
     int openFiles() const;
-    void logEvent(LogRecord::Event event, int file = 0) const;
+    void logEvent(LogRecord::Event event, int file = 0, int address = 0) const;
 
 private:
     struct Waiting
@@ -77,12 +77,13 @@ private:
         std::uint64_t ticket;
         int file;
         ControlRequest request;
+        std::chrono::microseconds submitted;
     };
 
-    Answered perform(int file, ControlRequest request);
+    Answered perform(Waiting waiting);
     /// What a device does that gets power, is reset or configured.
     void switchOn();
-    void logRequest(int file, ControlRequest request, LogRecord::Result result) const;
+    void logRequest(Waiting waiting, LogRecord::Result result) const;
 
     const int m_number;
     const std::shared_ptr<RequestLog> m_log;

@@ -35,10 +35,12 @@ struct LogRecord
         Cancelled // the program gave up waiting
     };
 
-    std::uint64_t sequence = 0;          // from 1, over all devices of a testbed
-    std::chrono::microseconds time{ 0 }; // since the testbed was made
-    int device = 0;                      // its number, from 1
-    int file = 0;                        // which open file of the device, from 1; 0 for plugging
+    std::uint64_t sequence = 0;               // from 1, over all devices of a testbed
+    std::chrono::microseconds time{ 0 };      // since the testbed was made
+    std::chrono::microseconds submitted{ 0 }; // when a request came, on the same clock
+    int address = 0;                          // for a replug
+    int device = 0;                           // its number, from 1
+    int file = 0; // which open file of the device, from 1; 0 for plugging
     Event event = Event::Request;
     // For requests. The data are the bytes that the host sent, or those that it got.
     ControlRequest request;
