@@ -1,0 +1,172 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+#include "virtual_camera/viewer/camera_link.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <algorithm>
+#include <cmath>
+
+namespace virtual_camera {
+
+namespace {
+
+constexpr double secondsOfArc = 3600; // in a degree
+constexpr double nearest = 1.2;       // dioptres at the near end of the focus motor
+
+double position(const QJsonObject &state, const char *motor)
+{
+    return state[QLatin1String(motor)].toObject()[QLatin1String("position")].toDouble();
+}
+
+QJsonObject rangeOf(const QJsonObject &description, const char *control)
+{
+    return description[QLatin1String("controls")].toObject()[QLatin1String(control)]
+        .toObject()[QLatin1String("fields")].toObject()[QLatin1String("value")].toObject();
+}
+
+// From -1 at the control's minimum over 0 at its default to 1 at its maximum.
+double setting(const QJsonObject &description, const QJsonObject &state, const char *control)
+{
+    const QJsonObject range = rangeOf(description, control);
+    const double value =
+        state[QLatin1String("values")].toObject()[QLatin1String(control)].toDouble();
+    const double middle = range[QLatin1String("default")].toDouble();
+    const double end = range[QLatin1String(value < middle ? "min" : "max")].toDouble();
+    const double way = std::abs(end - middle);
+    return way == 0 ? 0 : std::clamp((value - middle) / way, -1.0, 1.0);
+}
+
+double focusOf(const QJsonObject &description, const QJsonObject &state)
+{
+    const QJsonObject range = rangeOf(description, "focus_absolute");
+    const double low = range[QLatin1String("min")].toDouble();
+    const double high = range[QLatin1String("max")].toDouble();
+    return high <= low ? 0 : nearest * (position(state, "focus") - low) / (high - low);
+}
+
+int mainsOf(const QJsonObject &state)
+{
+    constexpr int hertz[] = { 0, 50, 60 };
+    const int choice =
+        state[QLatin1String("values")].toObject()[QLatin1String("power_line_frequency")].toInt();
+    return choice >= 0 && choice <= 2 ? hertz[choice] : 0;
+}
+
+View viewOf(const QJsonObject &description, const QJsonObject &state)
+{
+    const auto on = [&state](const char *name) { return state[QLatin1String(name)].toBool(); };
+    View view;
+    view.powered = on("plugged_in");
+    view.pan = position(state, "pan") / secondsOfArc;
+    view.tilt = position(state, "tilt") / secondsOfArc;
+    view.angle = state[QLatin1String("view")].toObject()[QLatin1String("horizontal_degrees")]
+                     .toDouble(view.angle);
+    view.focus = focusOf(description, state);
+    const struct
+    {
+        double View::*member;
+        const char *control;
+    } settings[] = {
+        { &View::brightness, "brightness" },
+        { &View::contrast, "contrast" },
+        { &View::saturation, "saturation" },
+        { &View::sharpness, "sharpness" },
+        { &View::gamma, "gamma" },
+        { &View::gain, "gain" },
+        { &View::whiteBalance, "white_balance_temperature" },
+        { &View::backlight, "backlight_compensation" },
+    };
+    for (const auto &row : settings)
+        view.*row.member = setting(description, state, row.control);
+    if (on("auto_white_balance"))
+        view.whiteBalance = 0;
+    view.mains = mainsOf(state);
+    const struct
+    {
+        bool View::*member;
+        const char *name;
+    } switches[] = {
+        { &View::flip, "flip" },
+        { &View::mirror, "mirror" },
+        { &View::mute, "mute" },
+        { &View::menu, "menu" },
+        { &View::freeze, "freeze" },
+        { &View::framing, "framing" },
+        { &View::autoFocus, "auto_focus" },
+    };
+    for (const auto &row : switches)
+        view.*row.member = on(row.name);
+    return view;
+}
+
+void send(QLocalSocket &socket, const QByteArray &line)
+{
+    socket.write(line);
+    socket.write("\n");
+}
+
+} // namespace
+
+CameraLink::CameraLink(const QString &socketPath, QObject *parent) : QObject(parent)
+{
+    connect(&m_state, &QLocalSocket::readyRead, this, &CameraLink::readState);
+    connect(&m_log, &QLocalSocket::readyRead, this, &CameraLink::readLog);
+    connect(&m_state, &QLocalSocket::connected, this, [this] { send(m_state, "watch"); });
+    connect(&m_log, &QLocalSocket::connected, this, [this] { send(m_log, "log"); });
+    connect(&m_state, &QLocalSocket::disconnected, this,
+        [this] { emit ended(tr("virtual-camera has ended")); });
+    connect(&m_state, QOverload<QLocalSocket::LocalSocketError>::of(&QLocalSocket::errorOccurred),
+        this, [this] { emit ended(m_state.errorString()); });
+    m_state.connectToServer(socketPath);
+    m_log.connectToServer(socketPath);
+}
+
+void CameraLink::command(const QString &words) { send(m_state, words.toUtf8()); }
+
+void CameraLink::readState()
+{
+    while (m_state.canReadLine()) {
+        const QJsonDocument line = QJsonDocument::fromJson(m_state.readLine());
+        if (line.isObject()) // answers to commands are words
+            take(line.object());
+    }
+}
+
+void CameraLink::readLog()
+{
+    while (m_log.canReadLine())
+        emit logged(QString::fromUtf8(m_log.readLine()).trimmed());
+}
+
+void CameraLink::take(const QJsonObject &message)
+{
+    const bool first = m_cameras.empty();
+    const QJsonArray devices = message[QLatin1String("devices")].toArray();
+    if (first)
+        m_cameras.resize(static_cast<std::size_t>(devices.size()));
+    m_states.resize(m_cameras.size());
+    for (const QJsonValue &value : devices) {
+        const QJsonObject changes = value.toObject();
+        const int index = changes[QLatin1String("number")].toInt() - 1;
+        if (index < 0 || index >= static_cast<int>(m_cameras.size()))
+            continue;
+        QJsonObject &state = m_states[static_cast<std::size_t>(index)];
+        for (auto member = changes.begin(); member != changes.end(); ++member)
+            state[member.key()] = member.value();
+        const QJsonObject description = state[QLatin1String("description")].toObject();
+        const QJsonObject faults = state[QLatin1String("faults")].toObject();
+        SeenCamera &camera = m_cameras[static_cast<std::size_t>(index)];
+        camera = { index + 1, description[QLatin1String("product")].toString(),
+            description[QLatin1String("kind")].toString() == QLatin1String("camera"),
+            state[QLatin1String("open_files")].toInt() > 0, faults.contains(QLatin1String("stall")),
+            faults.contains(QLatin1String("delay")), viewOf(description, state) };
+        if (!first)
+            emit changed(index);
+    }
+    if (first)
+        emit described();
+}
+
+} // namespace virtual_camera

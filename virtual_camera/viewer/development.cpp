@@ -1,0 +1,130 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+#include "virtual_camera/viewer/development.h"
+
+#include <QColor>
+#include <QImage>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+namespace virtual_camera {
+
+namespace {
+
+constexpr double lampMains = 50; // hertz, of the lamps in the room
+
+using Curve = std::array<std::uint8_t, 256>;
+
+// Below 0 down to low, at 0 one, above 0 up to high.
+double factor(double setting, double low, double high)
+{
+    return setting < 0 ? 1 + setting * (1 - low) : 1 + setting * (high - 1);
+}
+
+Curve curveFor(const View &view, double channelGain)
+{
+    Curve curve{};
+    const double contrast = factor(view.contrast, 0.15, 2.6);
+    const double exponent = 1 / factor(view.gamma, 0.45, 2.2);
+    const double gain = channelGain * factor(view.gain, 0.75, 2.2);
+    for (std::size_t level = 0; level < curve.size(); ++level) {
+        double light = static_cast<double>(level) / 255 * gain;
+        // What lies in the shadow is lifted, what is bright stays.
+        light += view.backlight * 0.45 * light * std::pow(std::max(0.0, 1 - light), 2) * 3;
+        light = std::pow(std::clamp(light, 0.0, 1.0), exponent);
+        light = (light - 0.5) * contrast + 0.5 + view.brightness * 0.5;
+        curve[level] = static_cast<std::uint8_t>(std::lround(std::clamp(light, 0.0, 1.0) * 255));
+    }
+    return curve;
+}
+
+struct Curves
+{
+    Curve red;
+    Curve green;
+    Curve blue;
+};
+
+Curves curvesFor(const View &view)
+{
+    return { curveFor(view, 1 + 0.35 * view.whiteBalance), curveFor(view, 1),
+        curveFor(view, 1 - 0.35 * view.whiteBalance) };
+}
+
+bool tonesAtDefault(const View &view)
+{
+    return view.brightness == 0 && view.contrast == 0 && view.gamma == 0 && view.gain == 0
+        && view.whiteBalance == 0 && view.backlight == 0;
+}
+
+int clampByte(int value) { return std::clamp(value, 0, 255); }
+
+void applyTones(QImage &frame, const Curves &curves, int saturation)
+{
+    const int width = frame.width();
+    for (int y = 0; y < frame.height(); ++y) {
+        auto *const line = reinterpret_cast<QRgb *>(frame.scanLine(y));
+        for (int x = 0; x < width; ++x) {
+            const QRgb pixel = line[x];
+            int red = curves.red[static_cast<std::size_t>(qRed(pixel))];
+            int green = curves.green[static_cast<std::size_t>(qGreen(pixel))];
+            int blue = curves.blue[static_cast<std::size_t>(qBlue(pixel))];
+            // Fixed point: 256 is one. The weights are those of BT.601.
+            const int grey = (77 * red + 150 * green + 29 * blue) >> 8;
+            red = clampByte(grey + ((red - grey) * saturation >> 8));
+            green = clampByte(grey + ((green - grey) * saturation >> 8));
+            blue = clampByte(grey + ((blue - grey) * saturation >> 8));
+            line[x] = qRgb(red, green, blue);
+        }
+    }
+}
+
+// Adds `amount` / 256 of what a pixel differs from the mean of its four neighbours; below 0 it is
+// taken away, which softens. The bytes of a line are all alike, so the loop knows no colours.
+void sharpen(QImage &frame, int amount)
+{
+    const QImage source = frame.copy();
+    const int bytes = frame.width() * 4;
+    for (int y = 1; y + 1 < frame.height(); ++y) {
+        const uchar *const above = source.constScanLine(y - 1);
+        const uchar *const here = source.constScanLine(y);
+        const uchar *const below = source.constScanLine(y + 1);
+        uchar *const out = frame.scanLine(y);
+        for (int x = 4; x + 4 < bytes; ++x) {
+            const int detail = 4 * here[x] - above[x] - below[x] - here[x - 4] - here[x + 4];
+            out[x] = static_cast<uchar>(clampByte(here[x] + (detail * amount >> 10)));
+        }
+    }
+}
+
+// A rolling shutter that does not keep time with the lamps shows their flicker as dark bands.
+void band(QImage &frame, double depth)
+{
+    constexpr double bands = 5;
+    for (int y = 0; y < frame.height(); ++y) {
+        const double phase = 2 * M_PI * bands * y / frame.height();
+        const int level = static_cast<int>(256 * (1 - depth * (0.5 - 0.5 * std::cos(phase))));
+        uchar *const line = frame.scanLine(y);
+        for (int x = 0; x < frame.width() * 4; ++x)
+            line[x] = static_cast<uchar>(line[x] * level >> 8);
+    }
+}
+
+} // namespace
+
+void develop(QImage &frame, const View &view)
+{
+    if (view.mains != static_cast<int>(lampMains))
+        band(frame, view.mains == 0 ? 0.3 : 0.15);
+    if (!tonesAtDefault(view) || view.saturation != 0)
+        applyTones(frame, curvesFor(view),
+            static_cast<int>(256 * factor(view.saturation, 0, 2.5)));
+    if (view.sharpness != 0)
+        sharpen(frame, static_cast<int>(256 * (view.sharpness > 0 ? 2.4 : 1.0) * view.sharpness));
+}
+
+} // namespace virtual_camera

@@ -1,0 +1,38 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "virtual_camera/viewer/room.h"
+#include "virtual_camera/viewer/view.h"
+
+namespace virtual_camera {
+
+/// What a camera does by itself between the commands that it gets: it focuses, and it frames the
+/// presenter. Time passes only where it is told to, so that a picture can be had of any moment.
+class Eye
+{
+public:
+    /// Takes over what the camera reports. Autofocus and framing start from where they are.
+    void report(const View &view);
+
+    /// Lets time pass, in seconds.
+    void pass(double seconds);
+
+    /// True while passing time changes the picture.
+    bool busy() const;
+
+    const View &view() const { return m_view; }
+    const Room &room() const { return m_room; }
+
+private:
+    void focus(double seconds);
+    void frame(double seconds);
+
+    Room m_room;
+    View m_reported;
+    View m_view;
+    double m_focusSpeed = 0; ///< dioptres per second
+    double m_framed = 0;     ///< 0: where the motors point, 1: on the presenter
+};
+
+} // namespace virtual_camera

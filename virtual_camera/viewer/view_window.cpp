@@ -1,0 +1,188 @@
+// Copyright (c) 2026 The PTZ panel developers
+// SPDX-License-Identifier: MIT
+#include "virtual_camera/viewer/view_window.h"
+
+#include "virtual_camera/viewer/camera_picture.h"
+#include "virtual_camera/viewer/icons.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QStackedLayout>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace virtual_camera {
+
+namespace {
+
+constexpr QSize largeFrame(1280, 720);
+constexpr QSize smallFrame(256, 144);
+constexpr int requestsKept = 200;
+
+const char *const sheet = "virtual_camera--ViewWindow { background: #1a1e22; }"
+                          "QLabel { color: #aeb8c0; }"
+                          "QListWidget { background: #12161a; color: #d5dce1; border: none;"
+                          " font-family: monospace; }"
+                          "QToolButton { background: #2a3036; color: #e8ecef; border: none;"
+                          " border-radius: 6px; padding: 5px 9px; }"
+                          "QToolButton:hover { background: #3a424a; }"
+                          "QToolButton:checked { background: #7a2f22; }";
+
+} // namespace
+
+ViewWindow::ViewWindow(CameraLink &link, QWidget *parent) : QWidget(parent), m_link(link)
+{
+    setWindowTitle(tr("Virtual cameras"));
+    setStyleSheet(QLatin1String(sheet));
+    connect(&link, &CameraLink::described, this, &ViewWindow::build);
+    connect(&link, &CameraLink::changed, this, &ViewWindow::take);
+    connect(&link, &CameraLink::logged, this, &ViewWindow::note);
+    connect(&link, &CameraLink::ended, this, &QWidget::close);
+}
+
+void ViewWindow::build()
+{
+    auto *const column = new QVBoxLayout(this);
+    auto *const stage = new QStackedLayout;
+    column->addLayout(stage, 1);
+    auto *const strip = new QHBoxLayout;
+    auto *const buttons = new QHBoxLayout;
+    column->addLayout(buttons);
+    column->addLayout(strip);
+
+    for (const SeenCamera &camera : m_link.cameras()) {
+        auto *const large = new CameraPicture(camera.name, largeFrame);
+        large->setMinimumSize(640, 360);
+        stage->addWidget(large);
+        m_large.push_back(large);
+        addCamera(camera, strip);
+    }
+    strip->addStretch();
+
+    const struct
+    {
+        Sign sign;
+        QString words;
+        QString help;
+        QString command;
+    } remote[] = {
+        { Sign::Left, {}, tr("Turn the camera left, as a remote control does"), "go %1 left" },
+        { Sign::Up, {}, tr("Turn it up"), "go %1 up" },
+        { Sign::Down, {}, tr("Turn it down"), "go %1 down" },
+        { Sign::Right, {}, tr("Turn it right"), "go %1 right" },
+        { Sign::Wide, {}, tr("Zoom out"), "go %1 wide" },
+        { Sign::Tele, {}, tr("Zoom in"), "go %1 tele" },
+    };
+    m_plug = addButton(buttons, static_cast<int>(Sign::Unplug), tr("Unplug"),
+        tr("Pull the camera's cable, or put it back"));
+    m_stall = addButton(buttons, static_cast<int>(Sign::Refuse), tr("Refuse"),
+        tr("The camera refuses every request"));
+    m_slow = addButton(buttons, static_cast<int>(Sign::Slow), tr("Slow"),
+        tr("The camera takes a second to answer"));
+    buttons->addStretch();
+    for (const auto &row : remote) {
+        QToolButton *const button =
+            addButton(buttons, static_cast<int>(row.sign), row.words, row.help);
+        connect(button, &QToolButton::clicked, this,
+            [this, words = row.command] { command(words); });
+    }
+    for (QToolButton *fault : { m_stall, m_slow })
+        fault->setCheckable(true);
+    connect(m_plug, &QToolButton::clicked, this, [this] {
+        const bool powered = m_link.cameras()[static_cast<std::size_t>(m_chosen)].view.powered;
+        command(powered ? "unplug %1" : "replug %1");
+    });
+    connect(m_stall, &QToolButton::clicked, this,
+        [this](bool on) { command(on ? "stall %1 all" : "clear %1"); });
+    connect(m_slow, &QToolButton::clicked, this,
+        [this](bool on) { command(on ? "delay %1 1000" : "clear %1"); });
+
+    m_requests = new QListWidget;
+    m_requests->setFixedHeight(130);
+    m_requests->setFocusPolicy(Qt::NoFocus);
+    column->addWidget(m_requests);
+
+    for (int index = 0; index < static_cast<int>(m_large.size()); ++index)
+        take(index);
+    choose(m_chosen);
+    resize(760, 720);
+}
+
+void ViewWindow::addCamera(const SeenCamera &camera, QBoxLayout *strip)
+{
+    const int index = camera.number - 1;
+    auto *const column = new QVBoxLayout;
+    auto *const small = new CameraPicture(camera.name, smallFrame);
+    small->setFixedSize(128, 72);
+    connect(small, &CameraPicture::clicked, this, [this, index] { choose(index); });
+    column->addWidget(small);
+    column->addWidget(new QLabel(tr("CAM%1").arg(camera.number)), 0, Qt::AlignHCenter);
+    strip->addLayout(column);
+    m_small.push_back(small);
+    m_wasOpen.push_back(false);
+}
+
+QToolButton *ViewWindow::addButton(
+    QBoxLayout *row, int icon, const QString &words, const QString &help)
+{
+    auto *const button = new QToolButton;
+    button->setIcon(signIcon(static_cast<Sign>(icon)));
+    button->setIconSize({ 26, 26 });
+    button->setText(words);
+    button->setToolButtonStyle(words.isEmpty() ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
+    button->setToolTip(help);
+    button->setAccessibleName(help);
+    button->setFocusPolicy(Qt::TabFocus);
+    row->addWidget(button);
+    return button;
+}
+
+void ViewWindow::take(int index)
+{
+    const auto place = static_cast<std::size_t>(index);
+    const SeenCamera &camera = m_link.cameras()[place];
+    m_large[place]->report(camera.view);
+    m_small[place]->report(camera.view);
+    if (camera.open && !m_wasOpen[place])
+        m_chosen = index;
+    const bool marksChanged = camera.open != m_wasOpen[place];
+    m_wasOpen[place] = camera.open;
+    if (marksChanged)
+        choose(m_chosen);
+    else if (index == m_chosen)
+        showFaults();
+}
+
+void ViewWindow::choose(int index)
+{
+    m_chosen = index;
+    for (std::size_t i = 0; i < m_large.size(); ++i) {
+        const bool chosen = static_cast<int>(i) == index;
+        m_large[i]->setVisible(chosen);
+        m_large[i]->mark(m_wasOpen[i], false);
+        m_small[i]->mark(m_wasOpen[i], chosen);
+    }
+    showFaults();
+}
+
+void ViewWindow::showFaults()
+{
+    const SeenCamera &camera = m_link.cameras()[static_cast<std::size_t>(m_chosen)];
+    m_plug->setText(camera.view.powered ? tr("Unplug") : tr("Plug in"));
+    m_plug->setIcon(signIcon(camera.view.powered ? Sign::Unplug : Sign::Plug));
+    m_stall->setChecked(camera.stalls);
+    m_slow->setChecked(camera.slow);
+}
+
+void ViewWindow::note(const QString &line)
+{
+    if (m_requests == nullptr)
+        return;
+    m_requests->insertItem(0, line);
+    delete m_requests->takeItem(requestsKept);
+}
+
+void ViewWindow::command(const QString &words) { m_link.command(words.arg(m_chosen + 1)); }
+
+} // namespace virtual_camera
