@@ -25,7 +25,10 @@ public:
     /// Marks the camera that a program has open, and the one that is shown large.
     void mark(bool open, bool chosen);
 
+    /// What the camera sent last.
     const QImage &frame() const { return m_frame; }
+    /// Time passes for the camera.
+    bool animated() const { return m_timer.isActive(); }
 
     QSize sizeHint() const override { return m_frameSize; }
 

@@ -124,7 +124,7 @@ void develop(QImage &frame, const View &view)
         applyTones(frame, curvesFor(view),
             static_cast<int>(256 * factor(view.saturation, 0, 2.5)));
     if (view.sharpness != 0)
-        sharpen(frame, static_cast<int>(256 * (view.sharpness > 0 ? 2.4 : 1.0) * view.sharpness));
+        sharpen(frame, static_cast<int>(256 * (view.sharpness > 0 ? 2.4 : 0.7) * view.sharpness));
 }
 
 } // namespace virtual_camera

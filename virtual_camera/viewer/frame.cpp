@@ -88,6 +88,7 @@ void paintMenu(QImage &frame)
 QImage renderFrame(const Room &room, const View &view, QSize size)
 {
     QImage frame(size, QImage::Format_RGB32);
+    frame.fill(Qt::gray); // shows through where two antialiased edges meet
     QPainter painter(&frame);
     for (const Room::Layer &layer : Room::layers)
         paintLayer(painter, room, layer, view, size);
