@@ -61,25 +61,33 @@ bool tonesAtDefault(const View &view)
         && view.whiteBalance == 0 && view.backlight == 0;
 }
 
-int clampByte(int value) { return std::clamp(value, 0, 255); }
-
-void applyTones(QImage &frame, const Curves &curves, int saturation)
+// Written so that the compiler makes vectors of the loops below; std::clamp works on references.
+int clampByte(int value)
 {
-    const int width = frame.width();
-    for (int y = 0; y < frame.height(); ++y) {
-        auto *const line = reinterpret_cast<QRgb *>(frame.scanLine(y));
-        for (int x = 0; x < width; ++x) {
-            const QRgb pixel = line[x];
-            int red = curves.red[static_cast<std::size_t>(qRed(pixel))];
-            int green = curves.green[static_cast<std::size_t>(qGreen(pixel))];
-            int blue = curves.blue[static_cast<std::size_t>(qBlue(pixel))];
-            // Fixed point: 256 is one. The weights are those of BT.601.
-            const int grey = (77 * red + 150 * green + 29 * blue) >> 8;
-            red = clampByte(grey + ((red - grey) * saturation >> 8));
-            green = clampByte(grey + ((green - grey) * saturation >> 8));
-            blue = clampByte(grey + ((blue - grey) * saturation >> 8));
-            line[x] = qRgb(red, green, blue);
-        }
+    value = value < 0 ? 0 : value;
+    return value > 255 ? 255 : value;
+}
+
+void applyCurves(QRgb *line, int width, const Curves &curves)
+{
+    for (int x = 0; x < width; ++x) {
+        const QRgb pixel = line[x];
+        line[x] = qRgb(curves.red[pixel >> 16 & 0xff], curves.green[pixel >> 8 & 0xff],
+            curves.blue[pixel & 0xff]);
+    }
+}
+
+// Fixed point: 256 is one.
+void saturate(QRgb *line, int width, int saturation)
+{
+    for (int x = 0; x < width; ++x) {
+        const int red = qRed(line[x]);
+        const int green = qGreen(line[x]);
+        const int blue = qBlue(line[x]);
+        const int grey = (77 * red + 150 * green + 29 * blue) >> 8; // the weights of BT.601
+        line[x] = qRgb(clampByte(grey + ((red - grey) * saturation >> 8)),
+            clampByte(grey + ((green - grey) * saturation >> 8)),
+            clampByte(grey + ((blue - grey) * saturation >> 8)));
     }
 }
 
@@ -105,11 +113,12 @@ void sharpen(QImage &frame, int amount)
 void band(QImage &frame, double depth)
 {
     constexpr double bands = 5;
+    const int bytes = frame.width() * 4;
     for (int y = 0; y < frame.height(); ++y) {
         const double phase = 2 * M_PI * bands * y / frame.height();
         const int level = static_cast<int>(256 * (1 - depth * (0.5 - 0.5 * std::cos(phase))));
         uchar *const line = frame.scanLine(y);
-        for (int x = 0; x < frame.width() * 4; ++x)
+        for (int x = 0; x < bytes; ++x)
             line[x] = static_cast<uchar>(line[x] * level >> 8);
     }
 }
@@ -120,9 +129,15 @@ void develop(QImage &frame, const View &view)
 {
     if (view.mains != static_cast<int>(lampMains))
         band(frame, view.mains == 0 ? 0.3 : 0.15);
-    if (!tonesAtDefault(view) || view.saturation != 0)
-        applyTones(frame, curvesFor(view),
-            static_cast<int>(256 * factor(view.saturation, 0, 2.5)));
+    const Curves curves = curvesFor(view);
+    const int saturation = static_cast<int>(256 * factor(view.saturation, 0, 2.5));
+    for (int y = 0; y < frame.height(); ++y) {
+        auto *const line = reinterpret_cast<QRgb *>(frame.scanLine(y));
+        if (!tonesAtDefault(view))
+            applyCurves(line, frame.width(), curves);
+        if (view.saturation != 0)
+            saturate(line, frame.width(), saturation);
+    }
     if (view.sharpness != 0)
         sharpen(frame, static_cast<int>(256 * (view.sharpness > 0 ? 2.4 : 0.7) * view.sharpness));
 }
