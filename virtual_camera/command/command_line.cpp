@@ -88,6 +88,12 @@ template<Mode mode> Problem readSocket(Draft &draft, const std::string &value)
     return std::nullopt;
 }
 
+Problem readView(Draft &draft, const std::string &)
+{
+    draft.line.view = true;
+    return std::nullopt;
+}
+
 Problem readScript(Draft &draft, const std::string &value)
 {
     draft.line.script = value;
@@ -127,6 +133,7 @@ constexpr std::array<Option, 13> options{{
     {"log-json", 0, readLog<LogKind::Json>, "FILE", "the same in lines of JSON"},
     {"log-pcap", 0, readLog<LogKind::Pcap>, "FILE", "write a capture of the bus, for Wireshark"},
     {"control", 0, readSocket<Mode::Run>, "SOCKET", "take control commands at this Unix socket"},
+    {"view", 0, readView, nullptr, "show in a window what the cameras see"},
     {"at-start", 0, readAtStart, "COMMAND", "a control command before COMMAND starts; repeatable"},
     {"script", 0, readScript, "FILE", "control commands at their times, see below"},
     {"join", 0, readSocket<Mode::Join>, "SOCKET", "run COMMAND on the bus that has this socket"},

@@ -9,6 +9,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <filesystem>
 #include <glib-unix.h>
 #include <stdexcept>
 #include <sys/signalfd.h>
@@ -62,7 +63,7 @@ Session::Session(const CommandLine &line)
         m_feed.touch();
     });
     g_unix_fd_add(m_signals, G_IO_IN, onSignal, this);
-    if (line.socket)
+    if (line.socket || line.view)
         listen();
     for (const std::string &command : line.atStart) {
         const Reply reply = executeLine(command, m_testbed);
@@ -78,19 +79,39 @@ Session::~Session()
     close(m_signals);
 }
 
+// The viewer needs a socket also where nobody asked for one.
+std::string Session::socketPath() const
+{
+    return m_line.socket.value_or(m_testbed.rootDirectory() + "/control");
+}
+
 void Session::listen()
 {
     Controlled controlled{ m_testbed, m_feed, m_logFeed, {} };
     for (const std::string &variable : m_environment)
         controlled.environment += (controlled.environment.empty() ? "" : " ") + variable;
-    m_socket.emplace(*m_line.socket,
+    m_socket.emplace(socketPath(),
         [controlled](const std::shared_ptr<Connection> &connection, std::string_view text) {
             answerLine(connection, text, controlled);
         });
 }
 
+// It shows; nothing depends on it. It sees no emulated bus, and ends when the socket does.
+void Session::startViewer()
+{
+    const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+    try {
+        m_viewer.emplace(std::vector<std::string>{ folder / "virtual-camera-view", socketPath() },
+            environmentWith({}), [] {});
+    } catch (const CannotRun &error) {
+        std::fprintf(stderr, "virtual-camera: no view: %s\n", error.what());
+    }
+}
+
 int Session::run()
 {
+    if (m_line.view)
+        startViewer();
     m_child.emplace(
         m_line.command, environmentWith(m_environment), [this] { g_main_loop_quit(m_loop.get()); });
     m_player.emplace(m_script, [this](const ScriptStep &step) { carryOut(step); });

@@ -31,7 +31,9 @@ public:
 
 private:
     static gboolean onSignal(gint descriptor, GIOCondition condition, void *session);
+    std::string socketPath() const;
     void listen();
+    void startViewer();
     void carryOut(const ScriptStep &step);
     void waitForClosing();
 
@@ -47,6 +49,7 @@ private:
     std::vector<std::string> m_environment; // what programs need to see the bus
     std::optional<ControlSocket> m_socket;
     std::optional<ChildProcess> m_child;
+    std::optional<ChildProcess> m_viewer;
     std::optional<ScriptPlayer> m_player;
     bool m_scriptFailed = false;
 };

@@ -101,6 +101,39 @@ View viewOf(const QJsonObject &description, const QJsonObject &state)
     return view;
 }
 
+// "pan=1 pan_speed=21 ..." as "pan 1, pan speed 21", or the command that the firmware makes of it.
+QString meaning(const QJsonObject &record)
+{
+    const QString command = record[QLatin1String("command")].toString();
+    if (!command.isEmpty())
+        return command;
+    const QJsonObject values = record[QLatin1String("values")].toObject();
+    QStringList words;
+    for (auto value = values.begin(); value != values.end(); ++value) {
+        const QString number = QString::number(value.value().toDouble());
+        words += value.key() == QLatin1String("value") ? number : value.key() + QChar(' ') + number;
+    }
+    return words.join(QStringLiteral(", ")).replace(QChar('_'), QChar(' '));
+}
+
+// One line for a person; empty for what is no request and no plug.
+QString inWords(const QJsonObject &record)
+{
+    const QString event = record[QLatin1String("event")].toString();
+    const QString what = event == QLatin1String("request")
+        ? record[QLatin1String("request")].toString() + QChar(' ')
+            + record[QLatin1String("control")].toString().replace(QChar('_'), QChar(' '))
+            + QStringLiteral("   ") + meaning(record)
+        : event;
+    const QString result = record[QLatin1String("result")].toString(QStringLiteral("ok"));
+    if (event.isEmpty())
+        return {};
+    return QStringLiteral("%1  CAM%2  %3%4")
+        .arg(record[QLatin1String("time")].toDouble(), 8, 'f', 3)
+        .arg(record[QLatin1String("device")].toInt())
+        .arg(what, result == QLatin1String("ok") ? QString() : QStringLiteral("   ") + result);
+}
+
 void send(QLocalSocket &socket, const QByteArray &line)
 {
     socket.write(line);
@@ -136,8 +169,11 @@ void CameraLink::readState()
 
 void CameraLink::readLog()
 {
-    while (m_log.canReadLine())
-        emit logged(QString::fromUtf8(m_log.readLine()).trimmed());
+    while (m_log.canReadLine()) {
+        const QString line = inWords(QJsonDocument::fromJson(m_log.readLine()).object());
+        if (!line.isEmpty())
+            emit logged(line);
+    }
 }
 
 void CameraLink::take(const QJsonObject &message)

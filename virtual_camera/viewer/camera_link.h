@@ -7,7 +7,6 @@
 #include <QJsonObject>
 #include <QLocalSocket>
 #include <QObject>
-#include <QStringList>
 
 #include <vector>
 
@@ -44,7 +43,7 @@ signals:
     void described();
     /// The device in this place of cameras() has changed.
     void changed(int index);
-    /// A line of the request log.
+    /// Something happened on the bus, in words.
     void logged(const QString &line);
     /// The other side is gone, or cannot be reached; the text says why.
     void ended(const QString &reason);
