@@ -71,6 +71,7 @@ build() {
 }
 targets=(ptz-panel)
 if [[ $mode != real ]]; then targets+=(virtual-camera); fi
+if [[ $mode == virtual ]]; then targets+=(virtual-camera-view); fi
 (cd "$root" && build "${targets[@]}") || {
     echo "run.sh: the panel could not be built" >&2
     exit 1
@@ -109,6 +110,6 @@ case $mode in
         log=$root/build/requests.log
         : >"$log"
         echo "What the cameras receive, while it happens: tail -f '$log'"
-        exec "$bin/virtual-camera" --cameras "$cameras" --log "$log" -- "$bin/ptz-panel"
+        exec "$bin/virtual-camera" --view --cameras "$cameras" --log "$log" -- "$bin/ptz-panel"
         ;;
 esac
