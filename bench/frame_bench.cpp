@@ -78,9 +78,8 @@ int main(int argc, char *argv[])
         kept.fill(static_cast<uint>(number));
         kept = kept.copy();
     }));
-    report("panning, in focus", measure([&](int number) {
-        kept = renderFrame(room, panning(number), size);
-    }));
+    report("panning, in focus",
+        measure([&](int number) { kept = renderFrame(room, panning(number), size); }));
     report("panning, out of focus", measure([&](int number) {
         View view = panning(number);
         view.focus = 1.2;

@@ -69,7 +69,8 @@ TEST_F(Picture, WearsASignWhileTheCameraIsMuted)
     picture.report(muted);
     const QImage after = picture.grab().toImage();
     EXPECT_NE(after.copy(corner), before.copy(corner));
-    EXPECT_EQ(picture.frame().copy(corner), before.copy(corner).convertToFormat(QImage::Format_RGB32))
+    EXPECT_EQ(
+        picture.frame().copy(corner), before.copy(corner).convertToFormat(QImage::Format_RGB32))
         << "the sign is not in the picture that the camera sends";
 }
 

@@ -30,8 +30,7 @@ View inFocus()
 
 QImage frameOf(const View &view) { return renderFrame(Room(), view, size); }
 
-template<typename Measure>
-double meanOf(const QImage &frame, Measure measure)
+template<typename Measure> double meanOf(const QImage &frame, Measure measure)
 {
     double sum = 0;
     for (int y = 0; y < frame.height(); ++y) {
@@ -49,8 +48,8 @@ double brightness(const QImage &frame)
 double spread(const QImage &frame)
 {
     const double mean = brightness(frame);
-    return std::sqrt(meanOf(
-        frame, [mean](QRgb pixel, int, int) { return std::pow(qGray(pixel) - mean, 2); }));
+    return std::sqrt(
+        meanOf(frame, [mean](QRgb pixel, int, int) { return std::pow(qGray(pixel) - mean, 2); }));
 }
 
 double colourfulness(const QImage &frame)
@@ -78,24 +77,21 @@ double detail(const QImage &frame)
 double shadows(const QImage &frame)
 {
     static const QImage plain = frameOf(inFocus());
-    return meanOf(frame, [](QRgb pixel, int x, int y) {
-        return qGray(plain.pixel(x, y)) < 90 ? qGray(pixel) : 0;
-    });
+    return meanOf(frame,
+        [](QRgb pixel, int x, int y) { return qGray(plain.pixel(x, y)) < 90 ? qGray(pixel) : 0; });
 }
 
 double highlights(const QImage &frame)
 {
     static const QImage plain = frameOf(inFocus());
-    return meanOf(frame, [](QRgb pixel, int x, int y) {
-        return qGray(plain.pixel(x, y)) > 230 ? qGray(pixel) : 0;
-    });
+    return meanOf(frame,
+        [](QRgb pixel, int x, int y) { return qGray(plain.pixel(x, y)) > 230 ? qGray(pixel) : 0; });
 }
 
 double difference(const QImage &a, const QImage &b)
 {
-    return meanOf(a, [&b](QRgb pixel, int x, int y) {
-        return std::abs(qGray(pixel) - qGray(b.pixel(x, y)));
-    });
+    return meanOf(a,
+        [&b](QRgb pixel, int x, int y) { return std::abs(qGray(pixel) - qGray(b.pixel(x, y))); });
 }
 
 struct Control
@@ -194,8 +190,8 @@ TEST(Frame, ShiftsByThePanAndTiltAngle)
     const int right = size.width() / 8;
     const int up = size.width() / 16;
     const QSize common(size.width() - right, size.height() - up);
-    EXPECT_LT(difference(plain.copy({ QPoint(right, 0), common }),
-                  frame.copy({ QPoint(0, up), common })),
+    EXPECT_LT(
+        difference(plain.copy({ QPoint(right, 0), common }), frame.copy({ QPoint(0, up), common })),
         2);
 }
 
@@ -203,10 +199,10 @@ TEST(Frame, ZoomNarrowsTheField)
 {
     View tele = inFocus();
     tele.angle = 30;
-    const QImage middle = frameOf(inFocus())
-                              .copy(size.width() / 4, size.height() / 4, size.width() / 2,
-                                  size.height() / 2)
-                              .scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const QImage middle =
+        frameOf(inFocus())
+            .copy(size.width() / 4, size.height() / 4, size.width() / 2, size.height() / 2)
+            .scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     EXPECT_LT(difference(middle, frameOf(tele)), 12);
     EXPECT_GT(difference(frameOf(inFocus()), frameOf(tele)), 25);
 }

@@ -35,7 +35,7 @@ struct CommandLine
     std::vector<Log> logs;
     std::optional<std::string> socket;
     std::optional<std::string> script;
-    bool view = false; // show what the cameras see
+    bool view = false;                // show what the cameras see
     std::vector<std::string> atStart; // control commands to carry out before the command starts
     std::vector<std::string> command; // in Tell mode, the words to send
 };

@@ -22,8 +22,11 @@ double position(const QJsonObject &state, const char *motor)
 
 QJsonObject rangeOf(const QJsonObject &description, const char *control)
 {
-    return description[QLatin1String("controls")].toObject()[QLatin1String(control)]
-        .toObject()[QLatin1String("fields")].toObject()[QLatin1String("value")].toObject();
+    return description[QLatin1String("controls")]
+        .toObject()[QLatin1String(control)]
+        .toObject()[QLatin1String("fields")]
+        .toObject()[QLatin1String("value")]
+        .toObject();
 }
 
 // From -1 at the control's minimum over 0 at its default to 1 at its maximum.
@@ -61,8 +64,9 @@ View viewOf(const QJsonObject &description, const QJsonObject &state)
     view.powered = on("plugged_in");
     view.pan = position(state, "pan") / secondsOfArc;
     view.tilt = position(state, "tilt") / secondsOfArc;
-    view.angle = state[QLatin1String("view")].toObject()[QLatin1String("horizontal_degrees")]
-                     .toDouble(view.angle);
+    view.angle =
+        state[QLatin1String("view")].toObject()[QLatin1String("horizontal_degrees")].toDouble(
+            view.angle);
     view.focus = focusOf(description, state);
     const struct
     {
@@ -142,7 +146,7 @@ void send(QLocalSocket &socket, const QByteArray &line)
 
 } // namespace
 
-CameraLink::CameraLink(const QString &socketPath, QObject *parent) : QObject(parent)
+CameraLink::CameraLink(QObject *parent) : QObject(parent)
 {
     connect(&m_state, &QLocalSocket::readyRead, this, &CameraLink::readState);
     connect(&m_log, &QLocalSocket::readyRead, this, &CameraLink::readLog);
@@ -152,6 +156,10 @@ CameraLink::CameraLink(const QString &socketPath, QObject *parent) : QObject(par
         [this] { emit ended(tr("virtual-camera has ended")); });
     connect(&m_state, QOverload<QLocalSocket::LocalSocketError>::of(&QLocalSocket::errorOccurred),
         this, [this] { emit ended(m_state.errorString()); });
+}
+
+void CameraLink::follow(const QString &socketPath)
+{
     m_state.connectToServer(socketPath);
     m_log.connectToServer(socketPath);
 }

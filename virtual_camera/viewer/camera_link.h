@@ -18,7 +18,7 @@ struct SeenCamera
     int number = 0; ///< from 1
     QString name;
     bool isCamera = true;
-    bool open = false; ///< a program has its device node open
+    bool open = false;   ///< a program has its device node open
     bool stalls = false; ///< refuses every request
     bool slow = false;   ///< takes its time to answer
     View view;
@@ -31,7 +31,10 @@ class CameraLink : public QObject
     Q_OBJECT
 
 public:
-    explicit CameraLink(const QString &socketPath, QObject *parent = nullptr);
+    explicit CameraLink(QObject *parent = nullptr);
+
+    /// Connects. What becomes of it is told by the signals, from within this call, too.
+    void follow(const QString &socketPath);
 
     /// Sends one control command in words, such as "unplug 1".
     void command(const QString &words);

@@ -27,8 +27,8 @@ void paintMuteSign(QPainter &painter, const QRectF &place)
     painter.setBrush(QColor(0, 0, 0, 150));
     painter.drawRoundedRect(QRectF(0, 0, 100, 100), 16, 16);
     painter.setBrush(Qt::white);
-    painter.drawPolygon(QPolygonF({ { 18, 38 }, { 34, 38 }, { 56, 18 }, { 56, 82 }, { 34, 62 },
-        { 18, 62 } }));
+    painter.drawPolygon(
+        QPolygonF({ { 18, 38 }, { 34, 38 }, { 56, 18 }, { 56, 82 }, { 34, 62 }, { 18, 62 } }));
     painter.setPen(QPen(QColor("#ff5a4f"), 9, Qt::SolidLine, Qt::RoundCap));
     painter.drawLine(QPointF(66, 38), QPointF(88, 62));
     painter.drawLine(QPointF(88, 38), QPointF(66, 62));
@@ -112,8 +112,8 @@ void CameraPicture::paintEvent(QPaintEvent * /*event*/)
         painter.drawImage(shown, m_frame);
         const double sign = shown.height() / 8;
         if (m_eye.view().mute)
-            paintMuteSign(painter,
-                { shown.right() - 1.3 * sign, shown.top() + 0.3 * sign, sign, sign });
+            paintMuteSign(
+                painter, { shown.right() - 1.3 * sign, shown.top() + 0.3 * sign, sign, sign });
     } else {
         paintNoSignal(painter, shown);
     }

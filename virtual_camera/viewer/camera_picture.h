@@ -11,8 +11,8 @@
 
 namespace virtual_camera {
 
-/// The picture that one camera delivers. It is rendered when the camera reports a change, and thirty
-/// times a second while the camera focuses or frames by itself; at rest nothing runs.
+/// The picture that one camera delivers. It is rendered when the camera reports a change, and
+/// thirty times a second while the camera focuses or frames by itself; at rest nothing runs.
 class CameraPicture : public QWidget
 {
     Q_OBJECT

@@ -57,7 +57,8 @@ void Eye::focus(double seconds)
 {
     const double wanted = 1 / m_room.distanceAt({ m_view.pan, -m_view.tilt });
     const double error = wanted - m_view.focus;
-    m_focusSpeed += (springRate * springRate * error - 2 * damping * springRate * m_focusSpeed) * seconds;
+    m_focusSpeed +=
+        (springRate * springRate * error - 2 * damping * springRate * m_focusSpeed) * seconds;
     m_view.focus = std::max(0.0, m_view.focus + m_focusSpeed * seconds);
     if (std::abs(error) < settledError && std::abs(m_focusSpeed) < settledSpeed) {
         m_view.focus = wanted;

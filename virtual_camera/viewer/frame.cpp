@@ -34,8 +34,8 @@ void aim(QPainter &painter, const View &view, QSize size)
 }
 
 // A layer that is out of focus is painted small and enlarged: cheap, and smooth enough.
-void paintLayer(QPainter &painter, const Room &room, const Room::Layer &layer, const View &view,
-    QSize size)
+void paintLayer(
+    QPainter &painter, const Room &room, const Room::Layer &layer, const View &view, QSize size)
 {
     const double blur = blurWidth(view, layer.distance, size.width());
     if (blur < 1.5) {
@@ -57,8 +57,8 @@ void paintLayer(QPainter &painter, const Room &room, const Room::Layer &layer, c
     (room.*layer.paint)(brush);
     brush.end();
     // Twice the mean of neighbours, by way of a larger picture between.
-    const QImage between = image.scaled(
-        (small * 2).boundedTo(size), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const QImage between =
+        image.scaled((small * 2).boundedTo(size), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawImage(QRect(QPoint(0, 0), size), between);
 }

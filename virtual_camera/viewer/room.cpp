@@ -14,7 +14,7 @@ namespace virtual_camera {
 
 namespace {
 
-constexpr double floorLine = 13;   // where the floor meets the wall
+constexpr double floorLine = 13; // where the floor meets the wall
 constexpr double ceilingLine = -26;
 
 struct Person
@@ -106,7 +106,8 @@ void paintWindow(QPainter &painter, double left)
         box(painter, { left + house * 3.0, 5 - height, 2.7, height },
             QColor::fromHsv(215, 60, 110 + 12 * (house % 4)));
         for (int row = 0; row < static_cast<int>(height) - 1; ++row)
-            box(painter, { left + house * 3.0 + 0.4, 5 - height + 0.5 + row, 1.8, 0.35 }, "#d8dfe6");
+            box(painter, { left + house * 3.0 + 0.4, 5 - height + 0.5 + row, 1.8, 0.35 },
+                "#d8dfe6");
     }
     painter.restore();
     box(painter, { left + 9.7, -19, 0.6, 24 }, "#efece4");
@@ -119,8 +120,8 @@ void paintScreen(QPainter &painter)
     box(painter, { -23, -22, 46, 25 }, "#22262b");
     const QRectF picture(-22, -21, 44, 23);
     box(painter, picture, "#f4f5f2");
-    const std::array<const char *, 7> patches{ "#c0392b", "#d68910", "#d4c21a", "#27ae60", "#1f9aa8",
-        "#2a5fc4", "#8e44ad" };
+    const std::array<const char *, 7> patches{ "#c0392b", "#d68910", "#d4c21a", "#27ae60",
+        "#1f9aa8", "#2a5fc4", "#8e44ad" };
     double left = -20;
     for (const char *patch : patches) {
         box(painter, { left, -7.6, 5, 4 }, patch);
@@ -222,7 +223,8 @@ void paintHead(QPainter &painter, const Person &person, QPointF head, double siz
         painter.drawEllipse(eye, 0.36 * size, 0.22 * size);
         painter.setBrush(QColor("#2a2320"));
         painter.drawEllipse(eye, 0.16 * size, 0.18 * size);
-        painter.drawRect(QRectF(eye.x() - 0.4 * size, eye.y() - 0.62 * size, 0.8 * size, 0.16 * size));
+        painter.drawRect(
+            QRectF(eye.x() - 0.4 * size, eye.y() - 0.62 * size, 0.8 * size, 0.16 * size));
     }
     painter.setBrush(QColor(person.skin).darker(118));
     painter.drawEllipse(head + QPointF(0, 0.45 * size), 0.24 * size, 0.38 * size);

@@ -11,14 +11,15 @@ class QPainter;
 namespace virtual_camera {
 
 /// The room that all virtual cameras look at: a conference room around the camera, drawn in degrees
-/// (x: pan to the right, y: downwards, the horizon at 0), so that it is as sharp at tele as at wide.
+/// (x: pan to the right, y: downwards, the horizon at 0), so that it is as sharp at tele as at
+/// wide.
 class Room
 {
 public:
     /// What stands at one distance. Farther layers are painted first.
     struct Layer
     {
-        double distance;              ///< metres
+        double distance; ///< metres
         void (Room::*paint)(QPainter &) const;
     };
     static const std::array<Layer, 3> layers;

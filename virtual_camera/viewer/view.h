@@ -8,9 +8,9 @@ namespace virtual_camera {
 /// defaults have been divided out.
 struct View
 {
-    double pan = 0;  ///< degrees to the right of the room's middle
-    double tilt = 0; ///< degrees upwards
-    double angle = 60; ///< that the picture takes in horizontally, in degrees
+    double pan = 0;     ///< degrees to the right of the room's middle
+    double tilt = 0;    ///< degrees upwards
+    double angle = 60;  ///< that the picture takes in horizontally, in degrees
     double focus = 0.3; ///< dioptres: 0 is infinity, 1 is a metre away
 
     // -1 lowest, 0 default, 1 highest value of the control.

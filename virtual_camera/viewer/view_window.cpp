@@ -84,8 +84,8 @@ void ViewWindow::build()
     for (const auto &row : remote) {
         QToolButton *const button =
             addButton(buttons, static_cast<int>(row.sign), row.words, row.help);
-        connect(button, &QToolButton::clicked, this,
-            [this, words = row.command] { command(words); });
+        connect(
+            button, &QToolButton::clicked, this, [this, words = row.command] { command(words); });
     }
     for (QToolButton *fault : { m_stall, m_slow })
         fault->setCheckable(true);
@@ -130,7 +130,8 @@ QToolButton *ViewWindow::addButton(
     button->setIcon(signIcon(static_cast<Sign>(icon)));
     button->setIconSize({ 26, 26 });
     button->setText(words);
-    button->setToolButtonStyle(words.isEmpty() ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
+    button->setToolButtonStyle(
+        words.isEmpty() ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
     button->setToolTip(help);
     button->setAccessibleName(help);
     button->setFocusPolicy(Qt::TabFocus);
