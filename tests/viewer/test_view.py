@@ -10,6 +10,7 @@ import subprocess
 from pathlib import Path
 
 import pytest
+from PIL import Image
 from virtual_camera import Bus
 from virtual_camera.waiting import PATIENCE, wait_until
 
@@ -85,8 +86,18 @@ def test_needs_no_display_for_the_bus_to_run(monkeypatch, virtual_camera_program
         assert started.state(1)["plugged_in"]
 
 
+def test_saves_a_picture_of_the_open_camera(bus, viewer_program, tmp_path):
+    files = [tmp_path / "front.png", tmp_path / "up.png"]
+    for file, before in zip(files, ["full 1", "unplug 1"]):
+        bus.tell(before)
+        assert subprocess.run([viewer_program, "--picture", file, bus.socket], env=OFFSCREEN,
+                              timeout=PATIENCE, check=False).returncode == 0
+    sizes = [Image.open(file).size for file in files]
+    assert sizes == [(1280, 720)] * 2
+
+
 @pytest.mark.parametrize("arguments, code", [
-    ([], 2), (["--help"], 0), (["a", "b"], 2), (["/nowhere/at/all"], 1)])
+    ([], 2), (["--help"], 0), (["a", "b"], 2), (["--frob", "a"], 2), (["/nowhere/at/all"], 1)])
 def test_says_what_is_wrong(viewer_program, arguments, code):
     result = subprocess.run([viewer_program, *arguments], env=OFFSCREEN, capture_output=True,
                             text=True, timeout=PATIENCE, check=False)

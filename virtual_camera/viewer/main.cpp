@@ -1,37 +1,85 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
+
 #include <QApplication>
+#include <QCommandLineParser>
 #include <QTimer>
 
+#include <algorithm>
 #include <cstdio>
 
 #include "virtual_camera/viewer/camera_link.h"
+#include "virtual_camera/viewer/eye.h"
+#include "virtual_camera/viewer/frame.h"
 #include "virtual_camera/viewer/view_window.h"
+
+namespace {
+
+using namespace virtual_camera;
+
+constexpr int wrongUsage = 2;
+
+int complain(const QString &problem, int code)
+{
+    std::fprintf(stderr, "virtual-camera-view: %s\n", qPrintable(problem));
+    return code;
+}
+
+// What the camera sees once it has focused and framed.
+QImage settledFrame(const SeenCamera &camera)
+{
+    constexpr double tick = 1.0 / 30;
+    constexpr int patience = 3 * 30;
+    Eye eye;
+    eye.report(camera.view);
+    for (int ticks = 0; ticks < patience && eye.busy(); ++ticks)
+        eye.pass(tick);
+    return renderFrame(eye.room(), eye.view(), { 1280, 720 });
+}
+
+int savePicture(const std::vector<SeenCamera> &cameras, const QString &file)
+{
+    const auto open = std::find_if(
+        cameras.begin(), cameras.end(), [](const SeenCamera &camera) { return camera.open; });
+    const SeenCamera &camera = open == cameras.end() ? cameras.front() : *open;
+    return settledFrame(camera).save(file) ? 0 : complain(file + " cannot be written", 1);
+}
+
+} // namespace
 
 int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
-    const QStringList arguments = QApplication::arguments();
-    if (arguments.size() != 2 || arguments[1] == QLatin1String("--help")) {
-        const bool help = arguments.value(1) == QLatin1String("--help");
-        std::fputs(
-            "Usage: virtual-camera-view SOCKET\n"
-            "Shows what the cameras of a running virtual-camera see. SOCKET is the path that it\n"
-            "was given with --control.\n",
-            help ? stdout : stderr);
-        return help ? 0 : 2;
-    }
-    virtual_camera::CameraLink link;
-    virtual_camera::ViewWindow window(link);
-    int status = 0;
-    QObject::connect(&link, &virtual_camera::CameraLink::ended, [&](const QString &reason) {
-        status = link.cameras().empty() ? 1 : 0;
-        if (status != 0)
-            std::fprintf(stderr, "virtual-camera-view: %s\n", qPrintable(reason));
-        QCoreApplication::exit(status);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        "Shows what the cameras of a running virtual-camera see, and lets them be unplugged,\n"
+        "disturbed and turned.");
+    parser.addHelpOption();
+    parser.addPositionalArgument(
+        "SOCKET", "what virtual-camera was given with --control", "SOCKET");
+    const QCommandLineOption picture(
+        "picture", "write what the open camera sees to FILE, 1280 x 720, and end", "FILE");
+    parser.addOption(picture);
+    if (!parser.parse(QApplication::arguments()))
+        return complain(parser.errorText(), wrongUsage);
+    if (parser.isSet("help"))
+        parser.showHelp();
+    if (parser.positionalArguments().size() != 1)
+        return complain("expected one socket (see --help)", wrongUsage);
+
+    CameraLink link;
+    ViewWindow window(link);
+    QObject::connect(&link, &CameraLink::ended, [&link](const QString &reason) {
+        QCoreApplication::exit(link.cameras().empty() ? complain(reason, 1) : 0);
     });
-    QObject::connect(&link, &virtual_camera::CameraLink::described, &window, &QWidget::show);
-    // From within the event loop, which is what ended() leaves.
-    QTimer::singleShot(0, &link, [&] { link.follow(arguments[1]); });
+    QObject::connect(&link, &CameraLink::described, [&] {
+        if (parser.isSet(picture))
+            QCoreApplication::exit(savePicture(link.cameras(), parser.value(picture)));
+        else
+            window.show();
+    });
+    // From within the event loop, which is what exit() leaves.
+    QTimer::singleShot(
+        0, &link, [&link, &parser] { link.follow(parser.positionalArguments().first()); });
     return QApplication::exec();
 }
