@@ -70,7 +70,7 @@ TEST_F(Factory, MakesADeviceOfItsOwnEachTime)
     EXPECT_NE(calls[1], calls[3]) << "a list of its own";
 
     ASSERT_TRUE(first->OpenDevice("", 0));
-    EXPECT_FALSE(second->StopFocus()) << "what one has open, the other has not";
+    EXPECT_FALSE(second->StopZoom()) << "what one has open, the other has not";
     ASSERT_TRUE(second->OpenDevice("", 1));
     log().clear();
     first->OpenMute();
@@ -84,7 +84,7 @@ TEST_F(Factory, MakesADeviceOfItsOwnEachTime)
     long out = 0;
     EXPECT_FALSE(first->GetBrightness(&out));
     first->CloseDevice();
-    EXPECT_TRUE(second->StopFocus());
+    EXPECT_TRUE(second->StopZoom());
     second->CloseDevice();
     EXPECT_FALSE(first->OpenDevice("", 0));
     EXPECT_TRUE(second->OpenDevice("", 0)) << "one's failed read does not bind the other";
@@ -100,9 +100,9 @@ TEST_F(Factory, KeepsTheHandlesOfItsDevicesApart)
         ASSERT_TRUE(first->OpenDevice("", 0));
         first->CloseDevice();
         ASSERT_TRUE(second->OpenDevice("", 0));
-        EXPECT_FALSE(first->StopFocus());
+        EXPECT_FALSE(first->StopZoom());
         first->CloseDevice();
-        EXPECT_TRUE(second->StopFocus());
+        EXPECT_TRUE(second->StopZoom());
         second->CloseDevice();
     }
 }
@@ -142,7 +142,7 @@ TEST_F(Factory, HooksDoNothing)
     log().clear();
     EXPECT_TRUE(device->OpenDevice("", 0));
     BaseDevice::Release();
-    EXPECT_TRUE(device->StopFocus());
+    EXPECT_TRUE(device->StopZoom());
 }
 
 } // namespace

@@ -36,7 +36,7 @@ protected:
     {
         limits.clear();
         answer = libusbAnswers;
-        EXPECT_EQ(device->StopFocus(), !libusbAnswers);
+        EXPECT_EQ(device->StopZoom(), !libusbAnswers);
         answer.reset();
         EXPECT_EQ(limits.size(), 1U) << "nothing is tried twice";
         return limits.at(0);

@@ -260,7 +260,7 @@ class Running(Scripts):
         self.assert_one_line(result.stdout, f"tail -f '{log}'")
         self.assertTrue(os.path.exists(log))
         self.assertEqual(self.recorded("virtual-camera"), [
-            f"virtual-camera --cameras 3 --log {log} -- {self.bin('ptz-panel')}"])
+            f"virtual-camera --view --cameras 3 --log {log} -- {self.bin('ptz-panel')}"])
 
     def test_the_number_of_cameras_is_passed_on(self):
         for options in ["--cameras", "5"], ["--cameras=5"]:

@@ -33,11 +33,16 @@ def viewers_of(process):
     return numbers
 
 
+def is_socket(link):
+    try:
+        return os.readlink(link).startswith("socket:")
+    except FileNotFoundError:  # closed meanwhile
+        return False
+
+
 def connected(viewer):
-    """Whether the viewer follows the bus: it has both its connections."""
-    sockets = [link for link in Path(f"/proc/{viewer}/fd").iterdir()
-               if os.readlink(link).startswith("socket:")]
-    return len(sockets) >= 2
+    """Whether the viewer follows a bus: it has both its connections."""
+    return sum(map(is_socket, Path(f"/proc/{viewer}/fd").iterdir())) >= 2
 
 
 @pytest.fixture

@@ -125,7 +125,7 @@ struct Option
 };
 
 // clang-format off
-constexpr std::array<Option, 13> options{{
+constexpr std::array<Option, 14> options{{
     {"cameras", 0, readCameras, "N", "plug in N cameras, 1 to 32 (default 1)"},
     {"devices", 0, readDevices, "LIST", "plug in these, separated by commas, in this order"},
     {"option", 0, readOption, "[N.]KEY=VALUE", "describe device N, or all cameras; repeatable"},

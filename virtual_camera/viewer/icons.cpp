@@ -48,24 +48,6 @@ void slow(QPainter &painter)
     painter.drawPolygon(QPolygonF({ { -5, 11 }, { 5, 11 }, { 0, 5 } }));
 }
 
-void arrow(QPainter &painter, double angle)
-{
-    painter.rotate(angle);
-    painter.setPen(pen(ink, 2));
-    painter.setBrush(ink);
-    painter.drawPolygon(QPolygonF({ { 10, 0 }, { -6, -9 }, { -6, 9 } }));
-}
-
-void magnifier(QPainter &painter, bool plus)
-{
-    painter.setPen(pen(ink, 2.6));
-    painter.drawEllipse(QPointF(-2, -2), 9, 9);
-    painter.drawLine(QPointF(5, 5), QPointF(12, 12));
-    painter.drawLine(QPointF(-6, -2), QPointF(2, -2));
-    if (plus)
-        painter.drawLine(QPointF(-2, -6), QPointF(-2, 2));
-}
-
 } // namespace
 
 QIcon signIcon(Sign sign)
@@ -86,20 +68,6 @@ QIcon signIcon(Sign sign)
         break;
     case Sign::Slow:
         slow(painter);
-        break;
-    case Sign::Right:
-    case Sign::Down:
-    case Sign::Left:
-    case Sign::Up:
-        arrow(painter,
-            sign == Sign::Right      ? 0
-                : sign == Sign::Down ? 90
-                : sign == Sign::Left ? 180
-                                     : 270);
-        break;
-    case Sign::Tele:
-    case Sign::Wide:
-        magnifier(painter, sign == Sign::Tele);
         break;
     }
     return QIcon(pixmap);

@@ -52,8 +52,8 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        "Shows what the cameras of a running virtual-camera see, and lets them be unplugged,\n"
-        "disturbed and turned.");
+        "Shows what the cameras of a running virtual-camera see, and lets them be unplugged\n"
+        "and disturbed.");
     parser.addHelpOption();
     parser.addPositionalArgument(
         "SOCKET", "what virtual-camera was given with --control", "SOCKET");

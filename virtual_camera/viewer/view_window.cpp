@@ -60,20 +60,6 @@ void ViewWindow::build()
     }
     strip->addStretch();
 
-    const struct
-    {
-        Sign sign;
-        QString words;
-        QString help;
-        QString command;
-    } remote[] = {
-        { Sign::Left, {}, tr("Turn the camera left, as a remote control does"), "go %1 left" },
-        { Sign::Up, {}, tr("Turn it up"), "go %1 up" },
-        { Sign::Down, {}, tr("Turn it down"), "go %1 down" },
-        { Sign::Right, {}, tr("Turn it right"), "go %1 right" },
-        { Sign::Wide, {}, tr("Zoom out"), "go %1 wide" },
-        { Sign::Tele, {}, tr("Zoom in"), "go %1 tele" },
-    };
     m_plug = addButton(buttons, static_cast<int>(Sign::Unplug), tr("Unplug"),
         tr("Pull the camera's cable, or put it back"));
     m_stall = addButton(buttons, static_cast<int>(Sign::Refuse), tr("Refuse"),
@@ -81,12 +67,6 @@ void ViewWindow::build()
     m_slow = addButton(buttons, static_cast<int>(Sign::Slow), tr("Slow"),
         tr("The camera takes a second to answer"));
     buttons->addStretch();
-    for (const auto &row : remote) {
-        QToolButton *const button =
-            addButton(buttons, static_cast<int>(row.sign), row.words, row.help);
-        connect(
-            button, &QToolButton::clicked, this, [this, words = row.command] { command(words); });
-    }
     for (QToolButton *fault : { m_stall, m_slow })
         fault->setCheckable(true);
     connect(m_plug, &QToolButton::clicked, this, [this] {
