@@ -38,9 +38,9 @@ def _part(samples, first, last):
 
 
 def growth(samples):
-    """What the end of the run holds more than the time after its first third, in which the
-    toolkit's caches fill, and how much of that the panel keeps on purpose."""
-    before, after = _part(samples, 0.33, 0.5), _part(samples, 0.83, 1)
+    """What the end of the run holds more than the time after its first half, in which the
+    toolkit's picture cache fills, and how much of that the panel keeps on purpose."""
+    before, after = _part(samples, 0.6, 0.75), _part(samples, 0.9, 1)
     difference = Sample(*(late - early for early, late in zip(before, after)))
     allowed = (difference.notices * KIBIBYTES_PER_NOTICE
                + difference.switches * KIBIBYTES_PER_SWITCH

@@ -29,6 +29,10 @@ from random_operator import CAMERAS, Operator
 
 OPERATIONS_BETWEEN_RESTS = 100
 
+# The toolkit's picture cache is full after 2,300 or so, however long they take; memory can be judged
+# from then on.
+LEAST_OPERATIONS = 5000
+
 
 class Failure(Exception):
     """Something that must not happen did."""
@@ -53,7 +57,7 @@ def operate(panel, seed, seconds):
     latest = collections.deque(maxlen=10)
     samples = []
     end = time.monotonic() + seconds
-    while time.monotonic() < end:
+    while time.monotonic() < end or done.total() < LEAST_OPERATIONS:
         try:
             for _ in range(OPERATIONS_BETWEEN_RESTS):
                 latest.append(operator.choose())
