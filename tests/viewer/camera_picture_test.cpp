@@ -74,6 +74,19 @@ TEST_F(Picture, WearsASignWhileTheCameraIsMuted)
         << "the sign is not in the picture that the camera sends";
 }
 
+TEST_F(Picture, IsUpToDateWhenItIsShownAgain)
+{
+    picture.hide();
+    View moved = still();
+    moved.pan = 20;
+    picture.report(moved);
+    picture.show();
+    CameraPicture other{ QStringLiteral("CAM2"), size };
+    other.resize(size);
+    other.report(moved);
+    EXPECT_EQ(picture.grab().toImage(), other.grab().toImage());
+}
+
 TEST_F(Picture, IsDarkWhileTheCameraIsUnplugged)
 {
     View unplugged = still();

@@ -90,8 +90,9 @@ void CameraPicture::pass()
 
 void CameraPicture::render()
 {
-    if (isVisible() && m_eye.view().powered)
-        m_frame = renderFrame(m_eye.room(), m_eye.view(), m_frameSize);
+    // A hidden picture is rendered when it is shown, a frozen one when it freezes.
+    const bool now = m_eye.view().powered && (isVisible() || m_eye.view().freeze);
+    m_frame = now ? renderFrame(m_eye.room(), m_eye.view(), m_frameSize) : QImage();
     update();
 }
 

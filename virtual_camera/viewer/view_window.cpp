@@ -12,6 +12,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace virtual_camera {
 
 namespace {
@@ -44,8 +46,8 @@ ViewWindow::ViewWindow(CameraLink &link, QWidget *parent) : QWidget(parent), m_l
 void ViewWindow::build()
 {
     auto *const column = new QVBoxLayout(this);
-    auto *const stage = new QStackedLayout;
-    column->addLayout(stage, 1);
+    m_stage = new QStackedLayout;
+    column->addLayout(m_stage, 1);
     auto *const strip = new QHBoxLayout;
     auto *const buttons = new QHBoxLayout;
     column->addLayout(buttons);
@@ -54,7 +56,7 @@ void ViewWindow::build()
     for (const SeenCamera &camera : m_link.cameras()) {
         auto *const large = new CameraPicture(camera.name, largeFrame);
         large->setMinimumSize(640, 360);
-        stage->addWidget(large);
+        m_stage->addWidget(large);
         m_large.push_back(large);
         addCamera(camera, strip);
     }
@@ -125,24 +127,31 @@ void ViewWindow::take(int index)
     const SeenCamera &camera = m_link.cameras()[place];
     m_large[place]->report(camera.view);
     m_small[place]->report(camera.view);
-    if (camera.open && !m_wasOpen[place])
-        m_chosen = index;
-    const bool marksChanged = camera.open != m_wasOpen[place];
-    m_wasOpen[place] = camera.open;
-    if (marksChanged)
-        choose(m_chosen);
-    else if (index == m_chosen)
+    if (camera.open != m_wasOpen[place]) {
+        m_wasOpen[place] = camera.open;
+        choose(openOne());
+    } else if (index == m_chosen) {
         showFaults();
+    }
+}
+
+// Programs that look for cameras open each for a moment: the chosen one is left only for one that
+// is open when it is not.
+int ViewWindow::openOne() const
+{
+    if (m_wasOpen[static_cast<std::size_t>(m_chosen)])
+        return m_chosen;
+    const auto open = std::find(m_wasOpen.begin(), m_wasOpen.end(), true);
+    return open == m_wasOpen.end() ? m_chosen : static_cast<int>(open - m_wasOpen.begin());
 }
 
 void ViewWindow::choose(int index)
 {
     m_chosen = index;
+    m_stage->setCurrentIndex(index);
     for (std::size_t i = 0; i < m_large.size(); ++i) {
-        const bool chosen = static_cast<int>(i) == index;
-        m_large[i]->setVisible(chosen);
         m_large[i]->mark(m_wasOpen[i], false);
-        m_small[i]->mark(m_wasOpen[i], chosen);
+        m_small[i]->mark(m_wasOpen[i], static_cast<int>(i) == index);
     }
     showFaults();
 }

@@ -10,6 +10,7 @@
 
 class QBoxLayout;
 class QListWidget;
+class QStackedLayout;
 class QToolButton;
 
 namespace virtual_camera {
@@ -31,6 +32,7 @@ private:
     void addCamera(const SeenCamera &camera, QBoxLayout *strip);
     QToolButton *addButton(QBoxLayout *row, int icon, const QString &words, const QString &help);
     void take(int index);
+    int openOne() const;
     void choose(int index);
     void showFaults();
     void note(const QString &line);
@@ -41,6 +43,7 @@ private:
     std::vector<CameraPicture *> m_small;
     std::vector<bool> m_wasOpen;
     int m_chosen = 0;
+    QStackedLayout *m_stage = nullptr;
     QListWidget *m_requests = nullptr;
     QToolButton *m_plug = nullptr;
     QToolButton *m_stall = nullptr;
