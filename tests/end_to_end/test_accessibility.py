@@ -15,8 +15,8 @@ from harness import face
 from harness.accessibility import AccessibilityBus
 from harness.panel import Panel
 from harness.pictures import selected_camera, settings_panel_shown, shows
-from harness.requests import (READ_ON_OPENING, auto_white_balance, call_preset, clear_preset,
-                              flicker, focus, halt_focus, halt_zoom, image_property, store_preset,
+from harness.requests import (auto_white_balance, call_preset, clear_preset,
+                              flicker, focus, halt_focus, halt_zoom, image_property, reads, store_preset,
                               vendor, zoom)
 from harness.waiting import wait_for
 
@@ -172,7 +172,7 @@ def test_a_button_is_pressed_and_the_camera_receives_its_request(panel, press, b
 
 @pytest.mark.parametrize("camera", [2, 3, 1])
 def test_a_camera_is_chosen(panel, press, camera):
-    requests = [f"cam{camera} {code} {control}" for code, control in READ_ON_OPENING]
+    requests = reads(camera)
     press(f"btn_cam{camera}")
     panel.await_requests(requests)
     assert panel.received() == requests

@@ -8,15 +8,11 @@ import pytest
 from harness import face
 from harness.hands import RIGHT
 from harness.pictures import selected_camera, shows
-from harness.requests import READ_ON_OPENING, halt, halt_zoom, pan, vendor
+from harness.requests import halt, halt_zoom, pan, reads, vendor
 from harness.waiting import wait_for
 
 CAMERAS = 3
 ABOVE = "_NET_WM_STATE_ABOVE"
-
-
-def reads(camera):
-    return [f"cam{camera} {code} {control}" for code, control in READ_ON_OPENING]
 
 
 def await_selected(panel, number):

@@ -9,8 +9,8 @@ from harness import face
 from harness.desktop import Desktop
 from harness.panel import Panel
 from harness.pictures import settings_panel_shown
-from harness.requests import (READ_ON_OPENING, auto_white_balance, call_preset, clear_preset,
-                              store_preset, vendor)
+from harness.requests import (auto_white_balance, call_preset, clear_preset,
+                              reads, store_preset, vendor)
 from harness.waiting import wait_for
 
 # What buttons send when they are pressed twice.
@@ -23,8 +23,7 @@ PRESSED_TWICE = {
     (vendor(0), vendor(1)): "btn_mirror",
     (vendor(8), vendor(8)): "btn_home",
     **{(call_preset(n), call_preset(n)): f"btn_num{n}" for n in range(10)},
-    **{tuple(f"cam{n} {code} {control}" for code, control in READ_ON_OPENING * 2): f"btn_cam{n}"
-       for n in range(1, 6)},
+    **{tuple(reads(n) * 2): f"btn_cam{n}" for n in range(1, 6)},
 }
 
 HIDES_THE_SETTINGS = "btn_setting or btn_ok"

@@ -12,7 +12,8 @@ import pytest
 
 from calls import calls_on_the_dead, noted_calls, stopped_axes
 from harness import face, requests
-from harness.motions import Motions
+from harness.cameras import as_request
+from harness.motions import Motions, is_motion, is_start
 from harness.pictures import shows
 from harness.usage import usage
 from harness.waiting import wait_for
@@ -170,6 +171,18 @@ class Drill:
         enough: a camera that was forgotten does so in the end, at the end of its way."""
         self.wait(lambda: not self.moving(camera) and not any(self.velocities(camera).values()),
                   lambda: f"camera {camera} to be stopped; moving: {self.moving(camera)}")
+
+    def now(self):
+        """The place in the camera log that comes next."""
+        return len(self.panel.log.lines())
+
+    def stopped_by(self, stops, since):
+        """The cameras are stopped by exactly these requests from that place of the log on."""
+        def told():
+            return [as_request(line) for line in self.panel.log.lines()[since:]
+                    if is_motion(line) and not is_start(line)]
+        wait_for(lambda: len(told()) >= len(stops), lambda: f"{stops}: {told()}", self.patience)
+        assert told() == stops
 
     def moving(self, camera=1):
         """The controls that the camera was last told to move."""

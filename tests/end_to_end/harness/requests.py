@@ -67,6 +67,7 @@ def call_preset(number, camera=1):
 
 
 PROPERTY_CONTROLS = {
+    # In the order in which they are read.
     "blc": "backlight_compensation",
     "gamma": "gamma",
     "contrast": "contrast",
@@ -89,10 +90,8 @@ def auto_white_balance(value, camera=1):
     return set_cur("white_balance_temperature_auto", value, camera=camera)
 
 
-READ_ON_OPENING = [
-    (code, control)
-    for control in ("backlight_compensation", "gamma", "contrast", "saturation", "brightness",
-                    "sharpness", "white_balance_temperature", "power_line_frequency")
-    for code in ("GET_CUR", "GET_MIN", "GET_MAX", "GET_DEF")
-]
-"""What is read from a camera each time it is chosen, in order."""
+def reads(camera=1):
+    """What is read from a camera each time it is chosen, in order."""
+    controls = [*PROPERTY_CONTROLS.values(), "power_line_frequency"]
+    return [f"cam{camera} {code} {control}" for control in controls
+            for code in ("GET_CUR", "GET_MIN", "GET_MAX", "GET_DEF")]

@@ -19,13 +19,12 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
 
-# pylint: disable=wrong-import-position
-from figures import complaints, growth, measure
-from harness.desktop import Desktop
-from harness.motions import Motions
-from harness.panel import Panel
-from harness.waiting import wait_for
-from random_operator import CAMERAS, Operator
+from figures import complaints, growth, measure  # noqa: E402
+from harness.desktop import Desktop  # noqa: E402
+from harness.motions import Motions  # noqa: E402
+from harness.panel import Panel  # noqa: E402
+from harness.waiting import wait_for  # noqa: E402
+from random_operator import CAMERAS, Operator  # noqa: E402
 
 OPERATIONS_BETWEEN_RESTS = 100
 

@@ -62,9 +62,9 @@ def lens(slider, by):
     return run
 
 
-def setting(name, way):
-    """Takes a settings slider at its handle and drags it all the way: -1 to the left, +1 to the
-    right. The handle is where the value is between the ends of the slider's range."""
+def setting(name):
+    """Takes a settings slider at its handle and drags it all the way to the right, then to the left.
+    The handle is where the value is between the ends of the slider's range."""
     handle_width = 24
 
     def run(guide):
@@ -76,7 +76,9 @@ def setting(name, way):
         panel.touched.add(f"slider_{name}")
         x, y = panel.on_screen(groove.x + handle_width // 2 + along, groove.y + groove.height // 2)
         with guide.desktop.mouse.held(x, y) as mouse:
-            mouse.move_to(x + way * groove.width, y)
+            for count, end in enumerate((+1, -1), start=2):
+                mouse.move_to(x + end * groove.width, y)
+                wait_for(lambda: len(panel.so_far()) >= count, "the value at the end")
             yield
     return run
 
@@ -96,8 +98,10 @@ def choose_flicker(*moves):
 def settings(button, shown):
     """Clicks on a button that shows or hides the settings panel."""
     def run(guide):
+        place = guide.panel.place()
         guide.panel.click(button)
         wait_for(lambda: settings_panel_shown(guide.panel) == shown, "the settings panel")
+        assert guide.panel.place() == place, "the window moved"
         yield
     return run
 

@@ -9,9 +9,9 @@ from typing import Callable
 from harness import face
 from harness.desktop import JWM
 from harness.pictures import selected_camera, shows
-from harness.requests import (READ_ON_OPENING, auto_white_balance, call_preset, clear_preset,
+from harness.requests import (auto_white_balance, call_preset, clear_preset,
                               flicker, focus, halt, halt_focus, halt_zoom, image_property, pan,
-                              store_preset, tilt, vendor, zoom)
+                              reads, store_preset, tilt, vendor, zoom)
 
 from .actions import (choose_flicker, click, close, dismiss, drag, enter, joystick, key, leave,
                       leave_by_notice, lens, minimise, notice, restore, setting, settings, start)
@@ -28,10 +28,6 @@ class Step:
     released: list = ()
     changes: str = None
     look: Callable = None
-
-
-def reads(camera):
-    return [f"cam{camera} {code} {control}" for code, control in READ_ON_OPENING]
 
 
 def face_of(control, picture):
@@ -75,11 +71,18 @@ KEYBOARD = [
     Step("F: automatic framing", key("f"), [vendor(16)], look=face_of("btn_ai", "Framing.png")),
     Step("P: framing by hand", key("p"), [vendor(17)], look=face_of("btn_ai", "Manual.png")),
     Step("F once more", key("f"), [vendor(16)], look=face_of("btn_ai", "Framing.png")),
+    Step("Taps quicker than any finger", key(*["Right"] * 5),
+         [pan(+1, 21), *[halt(), halt_zoom(), pan(+1, 21)] * 4], [halt(), halt_zoom()]),
+    Step("Other keys do nothing",
+         key("a", "z", "Return", "Escape", "Home", "Page_Up", "F5", "minus")),
     Step("0 to 9: recall presets", key(*"0123456789"), [call_preset(n) for n in range(10)]),
 ]
 
 # The direction is sent with the speeds of the last time, then again for each speed that changes.
 JOYSTICK = [
+    Step("Held in the middle it only stops the camera", joystick(0, 0), [halt()] * 4),
+    *[Step("Near the middle it drives nothing", joystick(x, y))
+      for x, y in ((12, 0), (0, -18), (22, 22))],
     Step("Up", joystick(0, -57), [tilt(+1, 0), tilt(+1, 14)], [halt()] * 4,
          look=disc_at(0, -36)),
     Step("Down", joystick(0, 57), [tilt(-1, 14)], [halt()] * 4, look=disc_at(0, 36)),
@@ -103,12 +106,14 @@ LENS = [
          changes="slider_zoom"),
     Step("Zoom out", lens("slider_zoom", +40), [zoom(-1)], [halt_zoom()] * 2,
          changes="slider_zoom"),
-    Step("AF/MF: manual focus", click("btn_af"), [vendor(7)], changes="btn_af"),
+    Step("Released at rest it stops once", lens("slider_zoom", 0), [], [halt_zoom()]),
+    Step("AF/MF: manual focus", click("btn_af"), [vendor(7)], look=face_of("btn_af", "MF.png")),
     Step("Focus farther", lens("slider_focus", -40), [focus(-1)], [halt_focus()] * 2,
          changes="slider_focus"),
     Step("Focus nearer", lens("slider_focus", +40), [focus(+1)], [halt_focus()] * 2,
          changes="slider_focus"),
-    Step("AF/MF: automatic focus", click("btn_af"), [vendor(6)], changes="btn_af"),
+    Step("Released at rest it stops once", lens("slider_focus", 0), [], [halt_focus()]),
+    Step("AF/MF: automatic focus", click("btn_af"), [vendor(6)], look=face_of("btn_af", "AF.png")),
 ]
 
 PRESETS = [
@@ -119,19 +124,32 @@ PRESETS = [
          [clear_preset(n) for n in range(10)]),
     Step("Set, then clear: the later one counts", click("btn_set", "btn_clear", "btn_num7"),
          [clear_preset(7)]),
+    Step("Clear, then set", click("btn_clear", "btn_set", "btn_num7", "btn_num2"),
+         [store_preset(7), call_preset(2)]),
+    Step("Set twice", click("btn_set", "btn_set", "btn_num1", "btn_num1"),
+         [store_preset(1), call_preset(1)]),
+    Step("Another button between set and the digit", click("btn_set", "btn_home", "btn_num6"),
+         [vendor(8), store_preset(6)]),
+    Step("Set, to be followed by a key", click("btn_set")),
+    Step("A digit of the keyboard recalls", key("4"), [call_preset(4)]),
+    Step("The next digit is stored", click("btn_num5"), [store_preset(5)]),
 ]
 
 FUNCTIONS = [
-    Step("Mute", click("btn_mute"), [vendor(5)], changes="btn_mute"),
-    Step("Mute off", click("btn_mute"), [vendor(4)], changes="btn_mute"),
-    Step("Framing: by hand", click("btn_ai"), [vendor(17)], changes="btn_ai"),
-    Step("Framing: automatic", click("btn_ai"), [vendor(16)], changes="btn_ai"),
-    Step("Push: framing off", click("btn_push"), [vendor(17)]),
-    Step("Flip", click("btn_flip"), [vendor(2)]),
-    Step("Flip back", click("btn_flip"), [vendor(3)]),
-    Step("Mirror", click("btn_mirror"), [vendor(0)]),
-    Step("Mirror back", click("btn_mirror"), [vendor(1)]),
-    Step("Home", click("btn_home"), [vendor(8)]),
+    *[Step(title, click(button), [vendor(code)], look=face_of(button, picture))
+      for title, button, code, picture in [
+          ("Mute", "btn_mute", 5, "mute.png"),
+          ("Mute off", "btn_mute", 4, "no_mute.png"),
+          ("Framing: by hand", "btn_ai", 17, "Manual.png"),
+          ("Framing: automatic", "btn_ai", 16, "Framing.png"),
+          ("Push: framing off", "btn_push", 17, "Push.png"),
+          ("Push once more", "btn_push", 17, "Push.png"),
+          ("Flip", "btn_flip", 2, "Flip.png"),
+          ("Flip back", "btn_flip", 3, "Flip.png"),
+          ("Mirror", "btn_mirror", 0, "Mirror.png"),
+          ("Mirror back", "btn_mirror", 1, "Mirror.png"),
+          ("Home", "btn_home", 8, "HOME.png"),
+      ]],
 ]
 
 CAMERAS = [
@@ -142,28 +160,29 @@ CAMERAS = [
     Step("Camera 4: there is none", notice("btn_cam4"), look=camera_marked(1)),
     Step("OK", dismiss(face.MISSING_CAMERA_NOTICE)),
     Step("Camera 3 is open still", click("btn_home"), [vendor(8, 3)]),
-    Step("Notices need not stay on top", click("btn_top"), changes="btn_top"),
+    Step("Notices need not stay on top", click("btn_top"), look=face_of("btn_top", "no_top.png")),
     Step("Camera 5: there is none", notice("btn_cam5"), look=camera_marked(1)),
     Step("OK", dismiss(face.MISSING_CAMERA_NOTICE)),
-    Step("Notices stay on top again", click("btn_top"), changes="btn_top"),
+    Step("Notices stay on top again", click("btn_top"), look=face_of("btn_top", "top.png")),
     Step("Camera 1", click("btn_cam1"), reads(1), look=camera_marked(1)),
 ]
 
 
-def setting_step(title, name, way, before, after):
-    return Step(title, setting(name, way), [image_property(name, before), image_property(name, after)],
-                changes=f"slider_{name}")
+def setting_step(title, name, *values):
+    return Step(title, setting(name), [image_property(name, value) for value in values],
+                changes=f"slider_{name}" if values[0] != values[-1] else None)
 
 
+# Each slider is taken at its value and dragged to its right end and then to its left one.
 SETTINGS = [
     Step("Gear: the image settings", settings("btn_setting", True)),
-    setting_step("Backlight compensation", "blc", +1, 0, 10),
-    setting_step("Gamma", "gamma", -1, 220, 100),
-    setting_step("Contrast", "contrast", +1, 128, 255),
-    setting_step("Saturation", "saturation", -1, 128, 0),
-    setting_step("Brightness", "brightness", +1, 128, 255),
-    setting_step("Sharpness", "sharpness", -1, 7, 0),
-    setting_step("White balance", "wb", +1, 4600, 6500),
+    setting_step("Backlight compensation", "blc", 0, 10, 0),
+    setting_step("Gamma", "gamma", 220, 500, 100),
+    setting_step("Contrast", "contrast", 128, 255, 0),
+    setting_step("Saturation", "saturation", 128, 255, 0),
+    setting_step("Brightness", "brightness", 128, 255, 0),
+    setting_step("Sharpness", "sharpness", 7, 15, 0),
+    setting_step("White balance", "wb", 4600, 6500, 2800),
     Step("Anti-flicker: 60 hertz", choose_flicker("Down"), [], [flicker(2)]),
     Step("Anti-flicker: off", choose_flicker("Up", "Up"), [], [flicker(0)]),
     Step("Anti-flicker: 50 hertz", choose_flicker("Down"), [], [flicker(1)]),

@@ -64,10 +64,12 @@ def unread_choice(drill):
     assert struck(drill, "power_line_frequency", "short")
 
 
-def unreadable(heal):
+def unreadable(heal, stalled):
     """A camera whose brightness cannot be read is not opened again."""
     def run(drill):
         drill.ready().receives_nothing_from_controls()
+        assert drill.panel.log.requests() == [
+            read + " stall" * (stalled in (read.split()[2], "all")) for read in requests.reads()]
         drill.tell(heal)
         drill.panel.click("btn_cam1")
         drill.receives_nothing_from_controls()
@@ -112,7 +114,8 @@ ROWS = [
           refused(control), stalled(control)) for control in CONTROLS],
     *[Row(f"stall of {control}", "from the start", UNREAD, one_property(name, "unstall 1"),
           stalled(control)) for name, control in READABLE.items()],
-    *[Row(f"stall of {control}", "from the start", LOST, unreadable("unstall 1"), stalled(control))
+    *[Row(f"stall of {control}", "from the start", LOST, unreadable("unstall 1", control),
+          stalled(control))
       for control in ("brightness", "all")],
     *[Row("stall of all", moment, MOVES_ON, everything_at_work(hold)) for moment, hold in MOTIONS],
     *[Row(f"{count or 'no'} byte{'s' * (not count)} of {control}", "from the start", UNREAD,

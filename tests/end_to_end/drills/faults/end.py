@@ -17,9 +17,11 @@ LETS_GO = "ends with {}; nothing moves on"
 def ended_by(number, hold):
     def run(drill):
         drill.ready()
-        with hold(drill):
+        with hold(drill) as stops:
+            since = drill.now()
             drill.panel.signal(number)
             drill.ends_with(128 + number)
+            drill.stopped_by(stops, since)
     return run
 
 
@@ -62,9 +64,11 @@ def unplugged_while_it_hangs(drill):
 def closed(hold, how):
     def run(drill):
         drill.ready()
-        with hold(drill):
+        with hold(drill) as stops:
+            since = drill.now()
             how(drill)
             drill.ends_with(0)
+            drill.stopped_by(stops, since)
     return run
 
 
@@ -79,9 +83,11 @@ def by_the_window_manager(drill):
 def server_gone(hold):
     def run(drill):
         drill.ready()
-        with contextlib.suppress(error.ConnectionClosedError), hold(drill):
+        with contextlib.suppress(error.ConnectionClosedError), hold(drill) as stops:
+            since = drill.now()
             drill.desktop.kill_server()
             drill.ends_with(1)
+            drill.stopped_by(stops, since)
         assert drill.exit_code == 1
     return run
 

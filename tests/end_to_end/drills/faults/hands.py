@@ -4,7 +4,6 @@
 """The operator's hold is lost: the keyboard or the window goes while something is held."""
 
 from drill import Row
-from harness import requests
 from holds import MOTIONS, joystick_by_a_double_click
 
 KEYS = MOTIONS[:2]
@@ -40,9 +39,10 @@ def missing_camera(drill):
 def stops_while_held(hold, loss):
     def run(drill):
         drill.ready()
-        with hold(drill), drill.desktop.keyboard.without_repeat():
+        with hold(drill) as stops, drill.desktop.keyboard.without_repeat():
+            since = drill.now()
             loss(drill)
-            drill.at_rest()
+            drill.stopped_by(stops, since)
         if loss is another_desktop:
             drill.desktop.windows.show_desktop(0)
         for notice in drill.panel.notices():
@@ -50,17 +50,42 @@ def stops_while_held(hold, loss):
         drill.wait(lambda: not drill.panel.notices(), "the notices to go")
         drill.bring_back()
         drill.at_rest()
+        if loss not in (another_camera, missing_camera):
+            # The release was elsewhere.
+            drill.panel.received()
+            drill.stopped_by(stops, since)
         drill.drives(camera=2 if loss is another_camera else 1)
+    return run
+
+
+def lost_again_and_again(hold):
+    """The key is held all the time, and repeats into the window that has the keyboard."""
+    def run(drill):
+        drill.ready()
+        windows = drill.desktop.windows
+        another = windows.open_another(10, 10)
+        windows.activate(drill.panel.window)
+        with hold(drill) as stops:
+            for _ in range(3):
+                since = drill.now()
+                drill.wait(lambda: drill.panel.log.settings(since), "the key to repeat")
+                since = drill.now()
+                windows.activate(another)
+                drill.stopped_by(stops, since)
+                windows.activate(drill.panel.window)
+        drill.at_rest()
+        drill.drives()
     return run
 
 
 def stops_at_the_release(hold, loss):
     def run(drill):
         drill.ready()
-        with hold(drill):
+        with hold(drill) as stops:
             loss(drill)
             assert drill.moving(), "it is still driven"
-        drill.at_rest()
+            since = drill.now()
+        drill.stopped_by(stops, since)
         drill.drives()
     return run
 
@@ -89,14 +114,15 @@ def let_go_in_the_list(hold):
     return run
 
 
-def does_not_stutter(drill):
-    drill.ready()
-    start = len(drill.panel.log.lines())
-    with drill.desktop.keyboard.held("Right"):
-        drill.wait(lambda: len(drill.panel.log.settings(start)) >= 8, "eight repetitions")
-        while_held = drill.panel.log.settings(start)
-    assert set(while_held) == {requests.pan(+1, 21)}
-    drill.at_rest()
+def does_not_stutter(hold):
+    def run(drill):
+        drill.ready()
+        start = drill.now()
+        with hold(drill) as stops:
+            drill.wait(lambda: len(drill.panel.log.settings(start)) >= 12, "repetitions")
+            assert len(set(drill.panel.log.settings(start))) == 1
+        drill.stopped_by(stops, start)
+    return run
 
 
 def dismissed_with_escape(drill, notice):
@@ -155,7 +181,10 @@ ROWS = [
           let_go_in_the_list(hold)) for moment, hold in KEYS],
     *[Row("the notice of a missing camera comes up", moment, STOPS,
           stops_while_held(hold, missing_camera)) for moment, hold in KEYS],
-    Row("a key repeats", "held", "the camera does not stutter", does_not_stutter),
+    *[Row("the keyboard is lost again and again", moment, STOPS, lost_again_and_again(hold))
+      for moment, hold in KEYS],
+    *[Row("a key repeats", moment, "stops at the release and not before", does_not_stutter(hold))
+      for moment, hold in KEYS],
     *[Row(f"the only notice is dismissed with {how}", f"in the tray, {state}",
           "lives; comes back from the tray", notice_dismissed_in_the_tray(how), options)
       for how in ("Esc", "the window manager")

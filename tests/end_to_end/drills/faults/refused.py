@@ -4,6 +4,7 @@
 """Cameras that may not be opened, or that another program holds."""
 
 from drill import Row
+from harness.requests import flicker, reads
 from holds import MOTIONS
 
 REFUSALS = [
@@ -16,8 +17,11 @@ REFUSALS = [
 def from_the_start(allow):
     def run(drill):
         drill.up().receives_nothing_from_controls()
+        assert drill.panel.log.requests() == []
         drill.tell(allow.format(1))
         drill.panel.click("btn_cam1")
+        # The frequency that is chosen then is sent to the camera that was just asked for it.
+        drill.panel.log.await_requests([*reads(1), flicker(1)])
         drill.drives()
     return run
 
@@ -53,9 +57,10 @@ def chosen_while_held(refuse, hold):
     def run(drill):
         drill.ready()
         drill.tell(refuse.format(2))
-        with hold(drill), drill.desktop.keyboard.without_repeat():
+        with hold(drill) as stops, drill.desktop.keyboard.without_repeat():
+            since = drill.now()
             drill.panel.click("btn_cam2")
-            drill.at_rest(1)
+            drill.stopped_by(stops, since)
         # The stop of the lens comes last.
         drill.answers()
         drill.receives_nothing_from_controls()
