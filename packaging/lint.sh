@@ -4,8 +4,8 @@
 #
 # lint.sh [--fix]
 #
-# Checks what a machine can check without building: the formatting of the C++ files, the shell
-# scripts, and that every source file says whose it is. With --fix the formatting is put right.
+# Checks what a machine can check without building: the formatting of the C++ files, the shell and
+# Python scripts, and that every source file says whose it is. With --fix the formatting is put right.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -29,16 +29,18 @@ files() { # PATTERN...
 
 mapfile -d '' -t cpp < <(files '*.cpp' '*.h')
 mapfile -d '' -t shell < <(files '*.sh')
+mapfile -d '' -t python < <(files '*.py')
 mapfile -d '' -t signed < <(files '*.cpp' '*.h' '*.py' '*.sh' '*.cmake' CMakeLists.txt '*.rules')
 
 good=yes
 "${format[@]}" "${cpp[@]}" || good=no
 shellcheck .ci/run "${shell[@]}" || good=no
+flake8 "${python[@]}" || good=no
 for file in .ci/run "${signed[@]}"; do
     head -n 4 "$file" | grep -q 'SPDX-License-Identifier: MIT' || {
         echo "$file: the copyright and licence lines are missing" >&2
         good=no
     }
 done
-echo "Checked ${#cpp[@]} C++ files, $((${#shell[@]} + 1)) scripts and ${#signed[@]} licence lines."
+echo "Checked ${#cpp[@]} C++ files, $((${#shell[@]} + 1)) shell and ${#python[@]} Python scripts, and ${#signed[@]} licence lines."
 [[ $good == yes ]]

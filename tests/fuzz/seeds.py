@@ -86,8 +86,9 @@ def camera_model_seeds():
     yield "drive", plain + right + c.wait(1) + stop + up + c.wait(0.5) + stop
     yield "drive_to_the_end", plain + right + up + c.wait(60) + c.get("pantilt_absolute", "GET_CUR", 8)
     yield "zoom_and_focus", plain + (
-        c.set("focus_auto", b"\0") + c.set("zoom_relative", bytes([1, 1, 5])) + c.set("focus_relative", bytes([0xff, 3]))
-        + c.wait(1) + c.set("zoom_relative", bytes([0, 1, 5])) + c.set("focus_relative", bytes(2)))
+        c.set("focus_auto", b"\0") + c.set("zoom_relative", bytes([1, 1, 5]))
+        + c.set("focus_relative", bytes([0xff, 3])) + c.wait(1)
+        + c.set("zoom_relative", bytes([0, 1, 5])) + c.set("focus_relative", bytes(2)))
     yield "positions", plain + (
         c.set("pantilt_absolute", little(3600, 4) + little(-7200, 4))
         + c.set("zoom_absolute", little(9000)) + c.set("focus_absolute", little(4000)) + c.wait(5))

@@ -420,7 +420,8 @@ class Testing(Scripts):
             "Left out: tests whose names do not match 'some' (--filter)"])
 
     def test_a_failed_build_fails_the_run(self):
-        self.assertEqual(self.last_lines(1, CMAKE_FAILS="--build --preset release --target tested_programs")[0], 1)
+        release = "--build --preset release --target tested_programs"
+        self.assertEqual(self.last_lines(1, CMAKE_FAILS=release)[0], 1)
         code, lines, _ = self.last_lines(1, CMAKE_FAILS="--build --preset sanitize")
         self.assertEqual(code, 1)
         self.assertTrue(lines[0].startswith("FAILED: sanitize;"), lines)

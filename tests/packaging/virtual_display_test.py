@@ -35,7 +35,8 @@ def await_colours(*colours):
     for side, colour in enumerate(colours):
         pen = window.create_gc(foreground=colour)
         window.fill_rectangle(pen, 100 * side, 0, 100, 100)
-    seen = lambda x: int.from_bytes(screen.root.get_image(x, 50, 1, 1, X.ZPixmap, 0xffffffff).data[:3], "little")
+    look = lambda x: screen.root.get_image(x, 50, 1, 1, X.ZPixmap, 0xffffffff).data[:3]
+    seen = lambda x: int.from_bytes(look(x), "little")
     end = time.monotonic() + 20
     while [seen(50), seen(150)] != [*colours]:
         assert time.monotonic() < end, [seen(50), seen(150)]

@@ -5,7 +5,6 @@
 import collections
 import functools
 import math
-import sys
 import unittest
 
 import portraits

@@ -13,6 +13,7 @@ import subprocess
 
 from command_case import PATIENCE, UVC_CLIENT, VIRTUAL_CAMERA, Case, RunningCase, main, run
 
+
 def runs(process):
     """Whether there is such a process, and it is no zombie."""
     try:
@@ -117,7 +118,8 @@ class TheCommand(Case):
         self.assertEqual(result.returncode, 0)
         self.assertEqual(result.stderr, "")
         for word in ("--cameras", "--devices", "--option", "--log", "--control", "--at-start",
-                     "--log-json", "--script", "--join", "--tell", "unplug N", "refuse-open", "pantilt_relative", "Exit codes"):
+                     "--log-json", "--script", "--join", "--tell", "unplug N", "refuse-open",
+                     "pantilt_relative", "Exit codes"):
             self.assertIn(word, result.stdout)
         self.assertLessEqual(max(map(len, result.stdout.splitlines())), 100)
         self.assertRegex(run("--version").stdout, r"^virtual-camera \d+\.\d+\.\d+\n$")
@@ -298,7 +300,8 @@ class OnARunningBus(RunningCase):
         self.assertEqual(self.join("cat", input="typed").stdout, "typed")
         environment = {**os.environ, "LD_PRELOAD": "libm.so.6", "MINE": "kept"}
         result = self.join("sh", "-c", "echo $MINE $LD_PRELOAD", env=environment)
-        self.assertRegex(result.stdout, r"^kept \S+/virtual_camera_open.so:libumockdev-preload.so.0:libm.so.6$")
+        self.assertRegex(result.stdout,
+                         r"^kept \S+/virtual_camera_open.so:libumockdev-preload.so.0:libm.so.6$")
         self.expect_complaint(self.join("no-such-command"), 127, "no-such-command")
         self.expect_complaint(self.join(self.folder), 126, "Permission denied")
 
