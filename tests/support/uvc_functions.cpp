@@ -143,82 +143,31 @@ uvc_error_t uvc_set_roll_abs(uvc_device_handle_t *devh, int16_t roll)
 
 // ---- image properties ----
 
-uvc_error_t uvc_get_brightness(
-    uvc_device_handle_t *devh, int16_t *brightness, uvc_req_code req_code)
-{
-    return control(__func__, devh, brightness, req_code);
-}
-uvc_error_t uvc_set_brightness(uvc_device_handle_t *devh, int16_t brightness)
-{
-    return control(__func__, devh, brightness);
-}
-uvc_error_t uvc_get_contrast(uvc_device_handle_t *devh, uint16_t *contrast, uvc_req_code req_code)
-{
-    return control(__func__, devh, contrast, req_code);
-}
-uvc_error_t uvc_set_contrast(uvc_device_handle_t *devh, uint16_t contrast)
-{
-    return control(__func__, devh, contrast);
-}
-uvc_error_t uvc_get_saturation(
-    uvc_device_handle_t *devh, uint16_t *saturation, uvc_req_code req_code)
-{
-    return control(__func__, devh, saturation, req_code);
-}
-uvc_error_t uvc_set_saturation(uvc_device_handle_t *devh, uint16_t saturation)
-{
-    return control(__func__, devh, saturation);
-}
-uvc_error_t uvc_get_sharpness(uvc_device_handle_t *devh, uint16_t *sharpness, uvc_req_code req_code)
-{
-    return control(__func__, devh, sharpness, req_code);
-}
-uvc_error_t uvc_set_sharpness(uvc_device_handle_t *devh, uint16_t sharpness)
-{
-    return control(__func__, devh, sharpness);
-}
-uvc_error_t uvc_get_gamma(uvc_device_handle_t *devh, uint16_t *gamma, uvc_req_code req_code)
-{
-    return control(__func__, devh, gamma, req_code);
-}
-uvc_error_t uvc_set_gamma(uvc_device_handle_t *devh, uint16_t gamma)
-{
-    return control(__func__, devh, gamma);
-}
-uvc_error_t uvc_get_white_balance_temperature(
-    uvc_device_handle_t *devh, uint16_t *temperature, uvc_req_code req_code)
-{
-    return control(__func__, devh, temperature, req_code);
-}
-uvc_error_t uvc_set_white_balance_temperature(uvc_device_handle_t *devh, uint16_t temperature)
-{
-    return control(__func__, devh, temperature);
-}
-uvc_error_t uvc_set_white_balance_temperature_auto(
-    uvc_device_handle_t *devh, uint8_t temperature_auto)
-{
-    return control(__func__, devh, temperature_auto);
-}
-uvc_error_t uvc_get_backlight_compensation(
-    uvc_device_handle_t *devh, uint16_t *backlight_compensation, uvc_req_code req_code)
-{
-    return control(__func__, devh, backlight_compensation, req_code);
-}
-uvc_error_t uvc_set_backlight_compensation(
-    uvc_device_handle_t *devh, uint16_t backlight_compensation)
-{
-    return control(__func__, devh, backlight_compensation);
-}
-uvc_error_t uvc_get_gain(uvc_device_handle_t *devh, uint16_t *gain, uvc_req_code req_code)
-{
-    return control(__func__, devh, gain, req_code);
-}
-uvc_error_t uvc_get_power_line_frequency(
-    uvc_device_handle_t *devh, uint8_t *power_line_frequency, uvc_req_code req_code)
-{
-    return control(__func__, devh, power_line_frequency, req_code);
-}
-uvc_error_t uvc_set_power_line_frequency(uvc_device_handle_t *devh, uint8_t power_line_frequency)
-{
-    return control(__func__, devh, power_line_frequency);
-}
+#define SETS(function, type)                                                                       \
+    uvc_error_t function(uvc_device_handle_t *devh, type value)                                    \
+    {                                                                                              \
+        return control(__func__, devh, value);                                                     \
+    }
+#define GETS(function, type)                                                                       \
+    uvc_error_t function(uvc_device_handle_t *devh, type *value, uvc_req_code req_code)            \
+    {                                                                                              \
+        return control(__func__, devh, value, req_code);                                           \
+    }
+GETS(uvc_get_brightness, int16_t)
+SETS(uvc_set_brightness, int16_t)
+GETS(uvc_get_contrast, uint16_t)
+SETS(uvc_set_contrast, uint16_t)
+GETS(uvc_get_saturation, uint16_t)
+SETS(uvc_set_saturation, uint16_t)
+GETS(uvc_get_sharpness, uint16_t)
+SETS(uvc_set_sharpness, uint16_t)
+GETS(uvc_get_gamma, uint16_t)
+SETS(uvc_set_gamma, uint16_t)
+GETS(uvc_get_white_balance_temperature, uint16_t)
+SETS(uvc_set_white_balance_temperature, uint16_t)
+SETS(uvc_set_white_balance_temperature_auto, uint8_t)
+GETS(uvc_get_backlight_compensation, uint16_t)
+SETS(uvc_set_backlight_compensation, uint16_t)
+GETS(uvc_get_gain, uint16_t)
+GETS(uvc_get_power_line_frequency, uint8_t)
+SETS(uvc_set_power_line_frequency, uint8_t)
