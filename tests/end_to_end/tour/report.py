@@ -62,6 +62,7 @@ def write(folder, summary):
     for step in summary.taken:
         if step.picture:
             step.picture.save(pictures / _picture_name(step))
+    (folder / "summary.txt").write_text(f"{summary.text}\n", encoding="utf-8")
     contact_sheet(summary).save(folder / "contact-sheet.png")
     (folder / "report.html").write_text(_page(summary), encoding="utf-8")
 
