@@ -10,7 +10,7 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-most=6 # sources, each of which takes about ten seconds
+most=3 # sources, each of which takes about ten seconds
 all=no
 if [[ ${1:-} == --all ]]; then
     all=yes
