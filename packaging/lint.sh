@@ -9,10 +9,10 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-format=(clang-format --dry-run -Werror)
+format=(clang-format-19 --dry-run -Werror)
 case ${1:-} in
     '') ;;
-    --fix) format=(clang-format -i) ;;
+    --fix) format=(clang-format-19 -i) ;;
     *)
         echo "lint.sh: unknown option '$1' (the only one is --fix)" >&2
         exit 2

@@ -109,9 +109,7 @@ TEST_P(CameraCount, PollCountsTheCamerasAndOpensTheFirstTwice)
     uvc_call_recorder::clear();
     using Seen = std::tuple<int, QStringList, QString, bool>;
     const auto seen = seenAtRequests([this] { poll(); },
-        [&] {
-            return Seen{ usb_mode, faces(), style(form().btn_mute), notice->isVisible() };
-        });
+        [&] { return Seen{ usb_mode, faces(), style(form().btn_mute), notice->isVisible() }; });
 
     EXPECT_EQ(uvc_call_recorder::names(), namesOfThePoll(cameras));
     EXPECT_EQ(opensAndCloses(), (Names{ "open 0", "close", "open 0" }));

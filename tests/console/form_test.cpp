@@ -235,7 +235,7 @@ TEST_F(FormTest, TabGoesThroughTheControlsInReadingOrder)
 {
     QStringList order;
     for (QWidget *next = window.nextInFocusChain(); next != &window;
-         next = next->nextInFocusChain()) {
+        next = next->nextInFocusChain()) {
         if (next->focusPolicy() == Qt::TabFocus)
             order.append(next->objectName());
     }

@@ -127,8 +127,8 @@ class OtherDevicesFirst : public PluggedIn
 protected:
     OtherDevicesFirst()
         : PluggedIn({ DeviceDescription::storage(), DeviceDescription::otherCamera(),
-            DeviceDescription::ptzCamera(), DeviceDescription::storage(),
-            DeviceDescription::ptzCamera() })
+              DeviceDescription::ptzCamera(), DeviceDescription::storage(),
+              DeviceDescription::ptzCamera() })
     { }
 };
 

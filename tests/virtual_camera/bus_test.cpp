@@ -440,8 +440,7 @@ TEST(Sysfs, ShowsADeviceAndItsInterfacesBelowTheRootHub)
     for (const auto &[name, text] : expected)
         EXPECT_EQ(fileText(devices + name), text) << name;
     EXPECT_EQ(fileText("/sys/dev/char/189:1/product"), "Virtual PTZ Camera\n");
-    struct stat status
-    { };
+    struct stat status{};
     ASSERT_EQ(stat(node, &status), 0);
     EXPECT_EQ(status.st_rdev, makedev(189, 1));
     bed.device(1).unplug();
@@ -558,8 +557,7 @@ TEST(DeviceFolder, ShowsNothingOfTheComputersOwn)
     ASSERT_EQ(access(own.path(), F_OK), 0);
     Testbed bed(1);
     const auto missing = [](int result) { return result == -1 && errno == ENOENT; };
-    struct stat status
-    { };
+    struct stat status{};
     EXPECT_TRUE(missing(open(own.path(), O_RDWR | O_CLOEXEC)));
     EXPECT_TRUE(missing(openat(AT_FDCWD, own.path(), O_RDWR | O_CLOEXEC)));
     EXPECT_TRUE(missing(access(own.path(), F_OK)));

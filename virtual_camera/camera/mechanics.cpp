@@ -27,8 +27,8 @@ int fastest(Motor motor)
 } // namespace
 
 Mechanics::Mechanics(const CameraDescription &description, Clock clock)
-    : m_clock(std::move(clock)),
-      m_now(m_clock()), m_axes{ axisFor(description.range(Control::PantiltAbsolute, 0)),
+    : m_clock(std::move(clock)), m_now(m_clock()),
+      m_axes{ axisFor(description.range(Control::PantiltAbsolute, 0)),
           axisFor(description.range(Control::PantiltAbsolute, 1)),
           axisFor(description.range(Control::ZoomAbsolute)),
           axisFor(description.range(Control::FocusAbsolute)) }

@@ -22,7 +22,7 @@ std::vector<std::string_view> splitWords(std::string_view line)
     constexpr std::string_view blanks = " \t\r\n";
     std::vector<std::string_view> words;
     for (std::size_t start = 0;
-         (start = line.find_first_not_of(blanks)) != std::string_view::npos;) {
+        (start = line.find_first_not_of(blanks)) != std::string_view::npos;) {
         line.remove_prefix(start);
         words.push_back(line.substr(0, line.find_first_of(blanks)));
         line.remove_prefix(words.back().size());

@@ -89,7 +89,7 @@ json::Object statesJson(Testbed &testbed, int only)
     for (int number = std::max(only, 1); number <= (only > 0 ? only : testbed.size()); ++number)
         devices.emplace_back(json::Object{ { "number", number },
             { "requests_under_way", testbed.device(number).requestsUnderWay() } }
-                                 .add(stateJson(testbed.device(number))));
+                .add(stateJson(testbed.device(number))));
     return greeting(testbed).add("devices", devices);
 }
 

@@ -49,8 +49,7 @@ Owned<GSocket> newSocket()
 // are none of our business, though connecting to one fails alike.
 void removeLeftover(const std::string &path, GSocketAddress *address)
 {
-    struct stat about
-    { };
+    struct stat about{};
     if (lstat(path.c_str(), &about) != 0 || !S_ISSOCK(about.st_mode))
         return;
     GError *error = nullptr;

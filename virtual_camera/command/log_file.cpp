@@ -36,8 +36,7 @@ int openForWriting(const std::string &path)
 // Whether a reader may make the writer wait.
 bool mayBlock(int file)
 {
-    struct stat about
-    { };
+    struct stat about{};
     return fstat(file, &about) != 0 || !S_ISREG(about.st_mode);
 }
 

@@ -102,7 +102,7 @@ void Session::startViewer()
     const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
     try {
         m_viewer.emplace(std::vector<std::string>{ folder / "virtual-camera-view", socketPath() },
-            environmentWith({}), [] {});
+            environmentWith({}), [] { });
     } catch (const CannotRun &error) {
         std::fprintf(stderr, "virtual-camera: no view: %s\n", error.what());
     }

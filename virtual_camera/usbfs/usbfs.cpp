@@ -98,7 +98,7 @@ void Usbfs::cancelTransfers(unsigned interfaceNumber)
             && m_cable->layout().interfaceOf(urb.endpoint) == static_cast<int>(interfaceNumber);
     };
     for (auto urb = waiting.begin();
-         (urb = std::find_if(urb, waiting.end(), isOurs)) != waiting.end(); urb = waiting.begin())
+        (urb = std::find_if(urb, waiting.end(), isOurs)) != waiting.end(); urb = waiting.begin())
         moveToDone(holder->second, urb, -ENOENT);
 }
 
