@@ -58,7 +58,7 @@ fi
 
 purposes=(build)
 if [[ $mode != real ]]; then purposes+=(virtual-camera); fi
-if [[ $mode == tour ]]; then purposes+=(test); fi
+if [[ $mode == tour ]]; then purposes+=(tour); fi
 if [[ $mode == tour ]] || ! has_display; then purposes+=(virtual-display); fi
 "$packaging/install_packages.sh" "${purposes[@]}"
 

@@ -50,7 +50,7 @@ if [[ -n $filter ]]; then
 fi
 
 cd "$(dirname "${BASH_SOURCE[0]}")"
-packaging/install_packages.sh build virtual-camera virtual-display test
+packaging/install_packages.sh build virtual-camera virtual-display tour test
 
 if command -v ccache >/dev/null; then export CMAKE_CXX_COMPILER_LAUNCHER=ccache; fi
 if [[ ${CI:-} == true ]]; then errors=ON; else errors=OFF; fi

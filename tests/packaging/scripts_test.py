@@ -168,7 +168,7 @@ class Installing(Scripts):
     SCRIPT = "packaging/install_packages.sh"
 
     def test_when_nothing_is_missing_no_package_manager_is_called(self):
-        result = self.run_script(self.SCRIPT, "build", "virtual-camera", "virtual-display", "test")
+        result = self.run_script(self.SCRIPT, "build", "virtual-camera", "virtual-display", "tour", "test")
         self.assertEqual((result.returncode, result.stdout, result.stderr), (0, "", ""))
         self.assertEqual(self.recorded(), [])
 
@@ -227,7 +227,7 @@ class Installing(Scripts):
             self.without(missing)
             for script, purposes in {
                 "run.sh": ["build", "virtual-camera"],
-                "test.sh": ["build", "virtual-camera", "virtual-display", "test"],
+                "test.sh": ["build", "virtual-camera", "virtual-display", "tour", "test"],
             }.items():
                 with self.subTest(script, missing=missing):
                     result = self.run_script(script)
@@ -350,7 +350,7 @@ class Touring(Scripts):
         self.install(self.packages("build", "virtual-camera"))
         self.run_script("run.sh", "--tour")
         self.assertTrue(self.recorded("apt-get")[-1].endswith(
-            " ".join(self.packages("test") + self.packages("virtual-display"))))
+            " ".join(self.packages("tour") + self.packages("virtual-display"))))
 
 
 @unittest.skipUnless("VIRTUAL_CAMERA" in os.environ, "needs the built virtual-camera")
