@@ -144,11 +144,15 @@ void CheckedCamera::announce(const ControlTraits &control, const Range &range, s
     checkState();
 }
 
-void CheckedCamera::go(const Place &place)
+void CheckedCamera::go(const Journey &journey)
 {
-    m_camera.go(place);
+    const CameraState before = m_camera.state();
+    const bool goes = m_camera.go(journey);
     checkState();
-    checkArrival(place);
+    if (!goes)
+        return expect(same(before, m_camera.state()), "a camera that does not go stays as it is");
+    const Place aim{ *journey.pan, *journey.tilt, *journey.zoom, *journey.focus };
+    checkArrival(aim);
 }
 
 void CheckedCamera::cutPower()

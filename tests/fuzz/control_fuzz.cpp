@@ -26,13 +26,23 @@ void checkProblem(const std::string &problem)
 
 void checkRange(const ControlCommand &command)
 {
-    expect(command.control.has_value(), "a range belongs to a control");
-    const ControlTraits &control = traits(*command.control);
-    expect(control.fields.size() == 1, "only what is one number has a range");
+    const ControlTraits &control = traits(command.ranged.control);
+    expect(command.ranged.field < control.fields.size(), "a range belongs to a field");
+    const Field &field = control.fields[command.ranged.field];
     const Range &range = command.range;
     for (const std::int64_t number : { range.min, range.max, range.def, range.cur, range.res })
-        expect(number >= control.fields[0].lowest() && number <= control.fields[0].highest(),
+        expect(number >= field.lowest() && number <= field.highest(),
             "the numbers of a range have room in the control");
+}
+
+void checkFault(const ControlCommand &command)
+{
+    const std::string text = faultText(command.fault);
+    const auto again = parseControlCommand(
+        std::string(faultWord(command.fault.effect)) + " 1" + (text.empty() ? "" : " ") + text);
+    const auto *same = std::get_if<ControlCommand>(&again);
+    expect(same != nullptr && faultText(same->fault) == text,
+        "what a fault is called sets the same fault");
 }
 
 void checkCommand(const ControlCommand &command)
@@ -53,9 +63,8 @@ void checkCommand(const ControlCommand &command)
         if (command.number)
             numberIn(1, 127);
         break;
-    case Verb::Short:
-        expect(command.control.has_value(), "answers about a control are cut");
-        numberIn(0, 64);
+    case Verb::AddFault:
+        checkFault(command);
         break;
     case Verb::Delay:
         numberIn(0, 3600 * 1000);
@@ -65,10 +74,6 @@ void checkCommand(const ControlCommand &command)
         break;
     case Verb::RefuseClaim:
         numberIn(0, 1);
-        break;
-    case Verb::Stall:
-        expect(command.control.has_value() || !command.code.has_value(),
-            "a request is refused at a control");
         break;
     case Verb::SetRange:
         checkRange(command);

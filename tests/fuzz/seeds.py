@@ -122,7 +122,8 @@ def camera_model_seeds():
         + c.announce("contrast", 2, [10, 5, 7, 99, 1]) + c.set("contrast", little(1000)))
     yield "power_cycle", plain + command(21) + command(0) + right + c.wait(1) + (
         c.CUT_POWER + c.SWITCH_ON + command(101) + c.SWITCH_ON)
-    yield "remote_control", plain + right + c.go(36000, -9999, 16384, 70000) + c.wait(60)
+    yield "remote_control", plain + right + c.go(36000, -9999, 16384, 4000) + (
+        c.wait(60) + c.go(0, 0, 0, 70000))
     yield "extended", c.options("with=extension_unit", "uvc=1.5") + (
         c.set("extension_value", little(7)) + c.get("extension_value", "GET_CUR", 2)
         + c.raw(setup(0xa1, 0x81, 0x0100, 1, 48)))
@@ -163,8 +164,17 @@ def usbfs_seeds():
     camera, stick, first, second = b"\x01", b"\x00", 0, 1
     def submit(file, address, packet):
         return step("submit", file, address) + packet
-    def fault(kind, control="brightness", detail=0):
-        return step("break", CONTROLS.index(control), detail, kind)
+    delay, busy, mend = range(3)
+    def fault(what, control="brightness", detail=0):
+        return step("break", CONTROLS.index(control), detail, what)
+    def effect(name, target):
+        effects = "stall short long wrong eproto etime lose_stop".split()
+        targets = "all one descriptors stops".split()
+        return 3 + targets.index(target) * len(effects) + effects.index(name)
+    def always(number):
+        return 4 * number
+    def at(number):
+        return 4 * number + 1
     take = step("detach", 0) + step("claim", first, 0)
     read = get_on_wire("brightness", 0x81, 2)
     device = setup(0x80, 6, 0x0100, 0, 18)
@@ -182,13 +192,20 @@ def usbfs_seeds():
         + step("release", first, 1) + step("attach", 1) + step("clear_halt", 0x81))
     yield "listen", camera + take + step("listen", first, 7, 0x81) + (
         step("discard", first, 7) + step("reap", first))
-    yield "slow", camera + take + fault(3, detail=1) + submit(first, 1, read) + (
+    yield "slow", camera + take + fault(delay, detail=1) + submit(first, 1, read) + (
         submit(first, 2, read) + step("discard", first, 1) + step("wait") + step("reap", first))
-    yield "stalled", camera + take + fault(0, detail=0x81) + submit(first, 1, read) + fault(1) + (
-        submit(first, 2, read) + fault(5, detail=1) + submit(first, 3, read))
-    yield "cut_short", camera + take + fault(2, detail=1) + submit(first, 1, read) + step("reap", first)
-    yield "busy", camera + fault(4) + step("detach", 0) + step("claim", first, 0)
-    yield "unplug", camera + take + fault(3, detail=1) + submit(first, 1, read) + (
+    yield "stalled", camera + take + fault(effect("stall", "one"), detail=at(2)) + (
+        submit(first, 1, read) + submit(first, 2, read) + fault(effect("stall", "all"))
+        + submit(first, 3, read) + fault(mend) + submit(first, 4, read))
+    for name, length in ("short", 1), ("long", 9), ("wrong", 0), ("eproto", 0), ("etime", 0):
+        yield name, camera + take + fault(effect(name, "all"), detail=always(length)) + (
+            submit(first, 1, read) + step("reap", first))
+    yield "lost_stop", camera + take + fault(effect("lose_stop", "stops")) + submit(
+        first, 1, set_on_wire("zoom_relative", b"\x00\x00\x01"))
+    yield "broken_strings", camera + fault(effect("eproto", "descriptors"), detail=at(2)) + (
+        2 * (step("transfer", first) + setup(0x80, 6, 0x0302, 0x0409, 255)))
+    yield "busy", camera + fault(busy) + step("detach", 0) + step("claim", first, 0)
+    yield "unplug", camera + take + fault(delay, detail=1) + submit(first, 1, read) + (
         step("listen", first, 2, 0x81) + step("unplug"))
     yield "stick", stick + take + step("transfer", first) + device + step("listen", first, 1, 0x02)
 
@@ -199,11 +216,15 @@ def control_seeds():
                      "json list", "unplug 2", "replug 2", "replug 2 17",
                      "stall 1 brightness GET_CUR", "stall 1 all", "unstall 1", "short 1 gamma 0",
                      "full 1", "delay 1 50", "refuse-open 1 EACCES", "refuse-open 1 none",
-                     "busy 1 on", "range 1 brightness -64:64:0:12", "log", "environment", "clear 1"],
+                     "busy 1 on", "range 1 brightness -64:64:0:12", "range 1 tilt -3600:0:0:0",
+                     "fail 1 all EPROTO at 2", "wrong 1 gamma share 10 7",
+                     "long 1 gain GET_CUR 9 every 3", "short 1 descriptors 4", "lose-stop 1",
+                     "go 1 pan=3600 zoom=0", "log", "environment", "clear 1"],
         "script": ["0.5 unplug 1 # comment", "", "+0.25 replug 1", "2 delay 1 50"],
         "script_wrong": ["2 unplug 1", "1 unplug 1", "+1e9 list", "-1 list", ". list"],
-        "wrong": ["", " ", "what", "unplug", "unplug 0", "unplug one", "stall 1 all GET_CUR",
-                  "stall 1 what", "short 1 gamma 65", "delay 1 -1", "busy 1 maybe",
+        "wrong": ["", " ", "what", "unplug", "unplug 0", "unplug one", "stall 1 descriptors GET_CUR",
+                  "stall 1 what", "short 1 gamma 4097", "stall 1 gain at 0", "fail 1 gain EIO",
+                  "go 1 left", "go 1 pan=", "delay 1 -1", "busy 1 maybe",
                   "range 1 pantilt_relative 1:2:3:4", "replug 1 128"],
         "words": ["--cameras", "3", "--log=-", "--option", "2.product=Hall", "--at-start",
                   "stall 1 all", "--control", "/tmp/x", "--", "true", "--help"],

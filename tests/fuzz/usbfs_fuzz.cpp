@@ -96,28 +96,25 @@ void breakSomething(CheckedUsbfs &usbfs, int, Input &input)
 {
     const Control control = allControls()[input.oneOf(controlCount)].control;
     const std::uint8_t detail = input.byte();
-    const std::size_t what = input.oneOf(6);
+    constexpr std::size_t effects = 7;
+    constexpr std::size_t targets = 4;
+    const std::size_t what = input.oneOf(3 + targets * effects);
     usbfs.breakSomething([=](Faults &faults) {
-        switch (what) {
-        case 0:
-            faults.stalled.insert({ control, static_cast<RequestCode>(detail) });
-            break;
-        case 1:
-            faults.stalled.insert({ control, std::nullopt });
-            break;
-        case 2:
-            faults.shortened[control] = detail;
-            break;
-        case 3:
+        if (what == 0) {
             faults.delay = std::chrono::milliseconds(detail);
-            break;
-        case 4:
+        } else if (what == 1) {
             faults.claimRefused = true;
-            break;
-        default:
+        } else if (what == 2) {
             faults = {};
-            faults.everythingStalls = detail == 1;
-            break;
+        } else {
+            Fault fault;
+            fault.effect = static_cast<Fault::Effect>((what - 3) % effects);
+            fault.bytes = detail / 4;
+            fault.target.kind = static_cast<FaultTarget::Kind>((what - 3) / effects);
+            fault.target.control = control;
+            fault.schedule.kind = static_cast<FaultSchedule::Kind>(detail % 4);
+            fault.schedule.number = detail / 4;
+            faults.add(fault);
         }
     });
 }

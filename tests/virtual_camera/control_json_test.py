@@ -81,7 +81,7 @@ class Answers(JsonCase):
         self.assertEqual([camera[name] for name in ("auto_focus", "mute", "flip", "mirror", "freeze",
                                                     "framing", "menu")], [True] + 6 * [False])
         self.assertEqual(camera["faults"], {
-            "stall": ["gamma GET_MIN", "gain"], "short": {"focus_auto": 0}, "delay": 5,
+            "stall": ["gamma GET_MIN", "gain"], "short": ["focus_auto 0"], "delay": 5,
             "refuse_open": 13, "busy": True})
         self.assertEqual(storage, {"number": 2, "requests_under_way": 0, "plugged_in": True,
                                    "address": 3, "open_files": 0, "faults": {}})

@@ -5,8 +5,10 @@
 
 #include "virtual_camera/testbed/testbed.h"
 
+#include <array>
 #include <cerrno>
 #include <gmock/gmock.h>
+#include <libusb.h>
 #include <libuvc/libuvc.h>
 #include <string>
 #include <thread>
@@ -234,6 +236,83 @@ TEST(LibuvcOnTheEmulatedBus, SeesStallsAndShortAnswers)
     uvc_close(camera);
 }
 
+struct WireRow
+{
+    const char *name;
+    Fault::Effect effect;
+    std::size_t bytes;
+    int status; // of reading brightness
+    const char *line;
+};
+
+class FaultOnTheWire : public testing::TestWithParam<WireRow>
+{ };
+
+TEST_P(FaultOnTheWire, ReachesTheProgram)
+{
+    Testbed bed(1);
+    Libuvc uvc;
+    uvc_device_handle_t *camera = uvc.open(0);
+    ASSERT_NE(camera, nullptr);
+    Fault fault;
+    fault.effect = GetParam().effect;
+    fault.bytes = GetParam().bytes;
+    fault.schedule = { FaultSchedule::Kind::At, 2, 1 };
+    bed.device(1).add(fault);
+    EXPECT_EQ(brightness(camera), 128);
+    EXPECT_EQ(brightness(camera), GetParam().status);
+    EXPECT_EQ(brightness(camera), 128);
+    EXPECT_EQ(bed.log().lines().at(1), GetParam().line);
+    uvc_close(camera);
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, FaultOnTheWire,
+    testing::Values(WireRow{ "ProtocolError", Fault::Effect::ProtocolError, 0, UVC_ERROR_IO,
+                        "cam1 GET_CUR brightness eproto" },
+        WireRow{ "NoResponse", Fault::Effect::NoResponse, 0, UVC_ERROR_IO,
+            "cam1 GET_CUR brightness etime" },
+        WireRow{ "Overflow", Fault::Effect::Long, 3, UVC_ERROR_OVERFLOW,
+            "cam1 GET_CUR brightness value=128 [80 00] overflow" },
+        WireRow{
+            "Stall", Fault::Effect::Stall, 0, UVC_ERROR_PIPE, "cam1 GET_CUR brightness stall" },
+        WireRow{ "Wrong", Fault::Effect::Wrong, 0, ~128,
+            "cam1 GET_CUR brightness value=-129 [7f ff] wrong" }),
+    [](const auto &row) { return row.param.name; });
+
+TEST(LibuvcOnTheEmulatedBus, CannotReadStringsThatFail)
+{
+    Testbed bed(1);
+    const Libuvc uvc;
+    Fault fault;
+    fault.effect = Fault::Effect::ProtocolError;
+    fault.target.kind = FaultTarget::Kind::Descriptors;
+    bed.device(1).add(fault);
+    EXPECT_EQ(uvc.product(0), "(none)");
+    bed.device(1).clearFaults();
+    EXPECT_EQ(uvc.product(0), "Virtual PTZ Camera");
+}
+
+TEST(LibuvcOnTheEmulatedBus, MayLoseAStop)
+{
+    Testbed bed(1);
+    Libuvc uvc;
+    uvc_device_handle_t *camera = uvc.open(0);
+    ASSERT_NE(camera, nullptr);
+    Fault fault;
+    fault.effect = Fault::Effect::LoseStop;
+    fault.target.kind = FaultTarget::Kind::Stops;
+    fault.schedule = { FaultSchedule::Kind::At, 1, 1 };
+    bed.device(1).add(fault);
+    EXPECT_EQ(uvc_set_pantilt_rel(camera, 1, 1, 0, 0), UVC_SUCCESS);
+    EXPECT_EQ(uvc_set_pantilt_rel(camera, 0, 0, 0, 0), UVC_SUCCESS);
+    EXPECT_TRUE(bed.device(1).state().moving());
+    EXPECT_EQ(uvc_set_pantilt_rel(camera, 0, 0, 0, 0), UVC_SUCCESS);
+    EXPECT_FALSE(bed.device(1).state().moving());
+    EXPECT_EQ(bed.log().lines().at(1),
+        "cam1 SET_CUR pantilt_relative pan=0 pan_speed=0 tilt=0 tilt_speed=0 [00 00 00 00] lost");
+    uvc_close(camera);
+}
+
 TEST(LibuvcOnTheEmulatedBus, WaitsForASlowCamera)
 {
     Testbed bed(1);
@@ -337,6 +416,36 @@ TEST(LibuvcOnTheEmulatedBus, RefusesACameraOfRelease15)
     Testbed bed({ cameraOfRelease(0x0150) });
     Libuvc uvc;
     EXPECT_EQ(uvc.open(0), nullptr);
+}
+
+TEST(Release15, CanBeUsedWithLibusbAlone)
+{
+    Testbed bed({ cameraOfRelease(0x0150) });
+    libusb_context *context = nullptr;
+    ASSERT_EQ(libusb_init(&context), 0);
+    libusb_device_handle *camera = libusb_open_device_with_vid_pid(context, 0xf055, 0x8888);
+    ASSERT_NE(camera, nullptr);
+    libusb_config_descriptor *configuration = nullptr;
+    ASSERT_EQ(libusb_get_active_config_descriptor(libusb_get_device(camera), &configuration), 0);
+    for (int number = 0; number < configuration->bNumInterfaces; ++number)
+        EXPECT_EQ(configuration->interface[number].altsetting[0].bInterfaceProtocol, 1) << number;
+    libusb_free_config_descriptor(configuration);
+
+    libusb_set_auto_detach_kernel_driver(camera, 1);
+    ASSERT_EQ(libusb_claim_interface(camera, 0), 0);
+    ASSERT_EQ(libusb_claim_interface(camera, 1), 0);
+    std::array<unsigned char, 64> block{};
+    const auto get = [&](int selector, int index) {
+        return libusb_control_transfer(camera, 0xa1, 0x81,
+            static_cast<std::uint16_t>(selector << 8), static_cast<std::uint16_t>(index),
+            block.data(), static_cast<std::uint16_t>(block.size()), 1000);
+    };
+    EXPECT_EQ(get(0x02, 0x0200), 2) << "brightness";
+    EXPECT_EQ(block[0], 128);
+    EXPECT_EQ(get(0x01, 0x0400), 2) << "the extension unit's value";
+    EXPECT_EQ(get(0x01, 0x0001), 48) << "the probe block";
+    libusb_close(camera);
+    libusb_exit(context);
 }
 
 TEST(LibuvcOnTheEmulatedBus, FindsACameraSwitchedOnThatIsPluggedInAgain)

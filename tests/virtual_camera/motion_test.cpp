@@ -131,11 +131,32 @@ TEST(CameraMotion, EndsWithThePower)
 TEST(CameraMotion, IsStartedFromOutside)
 {
     CameraOnTheBench camera;
-    camera.model.go({ 60 * degree, 90 * degree, 16384, 0 });
+    EXPECT_TRUE(camera.model.go({ 60 * degree, 90 * degree, 16384, 0 }));
     camera.pass(250ms);
     EXPECT_EQ(camera.read(Control::PantiltRelative), (Values{ 1, 24, 1, 20 }));
     camera.pass(1min);
     EXPECT_EQ(camera.model.state().place(), (Place{ 60 * degree, 90 * degree, 16384, 0 }));
+}
+
+TEST(CameraMotion, IsStartedFromOutsideForSomeMotorsOnly)
+{
+    CameraOnTheBench camera;
+    camera.set(Control::PantiltRelative, { 1, 1, 0, 0 });
+    Journey journey;
+    journey.zoom = 100;
+    EXPECT_TRUE(camera.model.go(journey));
+    camera.pass(1s);
+    EXPECT_EQ(camera.model.state().place(), (Place{ 5 * degree, 0, 100, 2048 }));
+    EXPECT_NE(camera.model.state().pan.velocity, 0);
+}
+
+TEST(CameraMotion, IsNotStartedToAPlaceThatIsOutOfRange)
+{
+    CameraOnTheBench camera;
+    EXPECT_FALSE(camera.model.go({ degree, 91 * degree, {}, {} }));
+    EXPECT_FALSE(camera.model.go({ degree, {}, -1, {} }));
+    EXPECT_FALSE(camera.model.go({ degree, {}, {}, 4096 }));
+    EXPECT_FALSE(camera.model.state().moving());
 }
 
 struct DriveRow

@@ -169,30 +169,75 @@ TEST(ControlCommands, AreUnderstood)
     EXPECT_EQ(command("  unplug\t2 \r").device, 2);
     EXPECT_EQ(command("replug 2").number, std::nullopt);
     EXPECT_EQ(command("replug 2 17").number, 17);
-    EXPECT_EQ(command("stall 1 all").control, std::nullopt);
-    EXPECT_EQ(command("stall 1 gamma").control, Control::Gamma);
-    EXPECT_EQ(command("stall 1 gamma").code, std::nullopt);
-    EXPECT_EQ(command("stall 1 gamma get_min").code, RequestCode::GetMin);
-    EXPECT_EQ(command("short 1 gamma 0").number, 0);
+    EXPECT_EQ(command("go 1 pan=-3600").journey.pan, -3600);
+    EXPECT_EQ(command("go 1 pan=-3600").journey.tilt, std::nullopt);
+    EXPECT_EQ(command("go 1 focus=1 zoom=2 tilt=3").journey.zoom, 2);
     EXPECT_EQ(command("delay 3 50").number, 50);
     EXPECT_EQ(command("refuse-open 1 EACCES").number, EACCES);
     EXPECT_EQ(command("refuse-open 1 none").number, 0);
     EXPECT_EQ(command("busy 1 on").number, 1);
     EXPECT_EQ(command("range 1 brightness -5:5:0:9").range.cur, 9);
-    EXPECT_EQ(command("range 1 pan -5:7200:0:9").control, Control::PantiltAbsolute);
-    EXPECT_EQ(command("range 1 pan -5:7200:0:9").field, 0U);
-    EXPECT_EQ(command("range 1 tilt -5:7200:0:9").field, 1U);
+    EXPECT_EQ(command("range 1 pan -5:7200:0:9").ranged.control, Control::PantiltAbsolute);
+    EXPECT_EQ(command("range 1 pan -5:7200:0:9").ranged.field, 0U);
+    EXPECT_EQ(command("range 1 tilt -5:7200:0:9").ranged.field, 1U);
     EXPECT_EQ(command("range 1 tilt -5:7200:0:9").range.max, 7200);
 }
 
+struct FaultRow
+{
+    const char *line;
+    Fault::Effect effect;
+    const char *word;
+    const char *text;
+};
+
+class FaultCommand : public testing::TestWithParam<FaultRow>
+{ };
+
+TEST_P(FaultCommand, IsUnderstoodAndSpelledAgain)
+{
+    const auto &[line, effect, word, text] = GetParam();
+    const ControlCommand read = command(line);
+    EXPECT_EQ(read.verb, ControlCommand::Verb::AddFault);
+    EXPECT_EQ(read.device, 1);
+    EXPECT_EQ(read.fault.effect, effect);
+    EXPECT_STREQ(faultWord(read.fault.effect), word);
+    EXPECT_EQ(faultText(read.fault), text);
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, FaultCommand,
+    testing::Values(FaultRow{ "stall 1 all", Fault::Effect::Stall, "stall", "all" },
+        FaultRow{ "stall 1 all get_min", Fault::Effect::Stall, "stall", "all GET_MIN" },
+        FaultRow{ "stall 1 gamma", Fault::Effect::Stall, "stall", "gamma" },
+        FaultRow{ "stall 1 gamma get_min", Fault::Effect::Stall, "stall", "gamma GET_MIN" },
+        FaultRow{ "stall 1 descriptors at 3", Fault::Effect::Stall, "stall", "descriptors at 3" },
+        FaultRow{
+            "stall 1 gain SET_CUR every 2", Fault::Effect::Stall, "stall", "gain SET_CUR every 2" },
+        FaultRow{ "short 1 gamma 0", Fault::Effect::Short, "short", "gamma 0" },
+        FaultRow{
+            "short 1 gamma GET_CUR 1 at 2", Fault::Effect::Short, "short", "gamma GET_CUR 1 at 2" },
+        FaultRow{ "long 1 all 64", Fault::Effect::Long, "long", "all 64" },
+        FaultRow{ "wrong 1 gamma share 30", Fault::Effect::Wrong, "wrong", "gamma share 30 1" },
+        FaultRow{ "wrong 1 all share 30 4294967295", Fault::Effect::Wrong, "wrong",
+            "all share 30 4294967295" },
+        FaultRow{ "fail 1 gamma EPROTO", Fault::Effect::ProtocolError, "fail", "gamma EPROTO" },
+        FaultRow{ "fail 1 descriptors ETIME at 1", Fault::Effect::NoResponse, "fail",
+            "descriptors ETIME at 1" },
+        FaultRow{ "lose-stop 1", Fault::Effect::LoseStop, "lose-stop", "" },
+        FaultRow{ "lose-stop 1 every 3", Fault::Effect::LoseStop, "lose-stop", "every 3" }));
+
 TEST(ControlCommands, SayWhatIsWrong)
 {
-    for (const char *line :
-        { "", "   ", "dance", "unplug", "unplug x", "unplug 0", "unplug -1", "unplug 1 2",
-            "replug 1 0", "replug 1 128", "stall 1", "stall 1 colour", "stall 1 gamma GET",
-            "stall 1 all GET_CUR", "short 1 gamma", "short 1 gamma -1", "delay 1 -5",
-            "delay 1 99999999999", "refuse-open 1 EWHAT", "busy 1 maybe", "range 1 gamma 1:2",
-            "range 1 pantilt_absolute 1:2:3:4", "list 1", "unplug 99999999999999999999" }) {
+    for (const char *line : { "", "   ", "dance", "unplug", "unplug x", "unplug 0", "unplug -1",
+             "unplug 1 2", "replug 1 0", "replug 1 128", "stall 1", "stall 1 colour",
+             "stall 1 gamma GET", "stall 1 gamma GET_CUR GET_MIN", "stall 1 descriptors GET_CUR",
+             "stall 1 at 3", "stall 1 gamma at", "stall 1 gamma at 0", "stall 1 gamma at 1 2",
+             "stall 1 gamma share 101", "stall 1 gamma share 1 -1", "fail 1 gamma",
+             "fail 1 gamma EIO", "fail 1 EPROTO", "long 1 gamma", "wrong 1", "lose-stop 1 gamma",
+             "go 1", "go 1 left=3", "go 1 pan", "go 1 pan=x", "short 1 gamma", "short 1 gamma -1",
+             "delay 1 -5", "delay 1 99999999999", "refuse-open 1 EWHAT", "busy 1 maybe",
+             "range 1 gamma 1:2", "range 1 pantilt_absolute 1:2:3:4", "list 1",
+             "unplug 99999999999999999999" }) {
         const auto parsed = parseControlCommand(line);
         ASSERT_TRUE(std::holds_alternative<std::string>(parsed)) << line;
         EXPECT_FALSE(std::get<std::string>(parsed).empty()) << line;
@@ -201,9 +246,9 @@ TEST(ControlCommands, SayWhatIsWrong)
 
 TEST(ControlCommands, AreAllExplained)
 {
-    for (const char *word :
-        { "help", "list", "describe", "state", "watch", "log", "unplug", "replug", "stall",
-            "unstall", "short", "full", "delay", "refuse-open", "busy", "range", "clear" })
+    for (const char *word : { "help", "list", "describe", "state", "watch", "log", "unplug",
+             "replug", "stall", "unstall", "go", "short", "full", "long", "wrong", "fail",
+             "lose-stop", "delay", "refuse-open", "busy", "range", "clear" })
         EXPECT_THAT(controlCommandHelp(), HasSubstr(std::string("  ") + word)) << word;
 }
 

@@ -234,12 +234,34 @@ TEST_F(UsbfsTest, AnswersWhatWaitsWhenTheCameraIsNotSlowAnyMore)
     EXPECT_EQ(reap(first), Reaped(3, 0));
 }
 
-TEST_F(UsbfsTest, ReportsStallsAsABrokenPipe)
+TEST_F(UsbfsTest, ReportsFaultsAsTheKernelDoes)
 {
+    struct Row
+    {
+        Fault::Effect effect;
+        std::size_t bytes;
+        int status;
+        std::size_t transferred;
+    };
     detachDrivers();
-    change([](Faults &faults) { faults.stalled.insert({ Control::Brightness, std::nullopt }); });
-    ASSERT_EQ(submit(first, readBrightness(1)), 0);
-    EXPECT_EQ(reap(first), Reaped(1, -EPIPE));
+    for (const Row &row : { Row{ Fault::Effect::Stall, 0, -EPIPE, 0 },
+             Row{ Fault::Effect::ProtocolError, 0, -EPROTO, 0 },
+             Row{ Fault::Effect::NoResponse, 0, -ETIME, 0 },
+             Row{ Fault::Effect::Long, 3, -EOVERFLOW, 2 }, Row{ Fault::Effect::Short, 1, 0, 1 },
+             Row{ Fault::Effect::Wrong, 0, 0, 2 } }) {
+        change([&row](Faults &faults) {
+            Fault fault;
+            fault.effect = row.effect;
+            fault.bytes = row.bytes;
+            faults = {};
+            faults.add(fault);
+        });
+        ASSERT_EQ(submit(first, readBrightness(1)), 0);
+        const std::unique_ptr<Urb> urb = kernel.reap(first);
+        ASSERT_NE(urb, nullptr);
+        EXPECT_EQ(urb->status, row.status) << faultWord(row.effect);
+        EXPECT_EQ(urb->transferred, row.transferred) << faultWord(row.effect);
+    }
 }
 
 TEST_F(UsbfsTest, ShutsDownWhatIsUnderWayWhenItIsUnplugged)

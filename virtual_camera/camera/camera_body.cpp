@@ -4,6 +4,7 @@
 
 #include "virtual_camera/camera/vendor_command.h"
 
+#include <array>
 #include <utility>
 
 namespace virtual_camera {
@@ -151,7 +152,7 @@ void CameraBody::applyVendorCommand(int code)
         store(Control::FocusAuto, command.on ? 1 : 0);
         break;
     case Kind::Home:
-        go({ m_description.range(Control::PantiltAbsolute, 0).def,
+        m_mechanics.travel({ m_description.range(Control::PantiltAbsolute, 0).def,
             m_description.range(Control::PantiltAbsolute, 1).def,
             m_description.range(Control::ZoomAbsolute).def,
             m_description.range(Control::FocusAbsolute).def });
@@ -174,14 +175,37 @@ void CameraBody::applyVendorCommand(int code)
     case Kind::RecallPreset:
         if (const auto preset = m_state.presets.find(command.preset);
             preset != m_state.presets.end())
-            go(preset->second);
+            m_mechanics.travel(preset->second);
         break;
     case Kind::Unknown:
         break;
     }
 }
 
-void CameraBody::go(const Place &place) { m_mechanics.travel(place); }
+bool CameraBody::go(const Journey &journey)
+{
+    struct Leg
+    {
+        Motor motor;
+        const std::optional<std::int64_t> &target;
+        const Range &range;
+    };
+    const std::array<Leg, 4> legs{ {
+        { Motor::Pan, journey.pan, m_description.range(Control::PantiltAbsolute, 0) },
+        { Motor::Tilt, journey.tilt, m_description.range(Control::PantiltAbsolute, 1) },
+        { Motor::Zoom, journey.zoom, m_description.range(Control::ZoomAbsolute) },
+        { Motor::Focus, journey.focus, m_description.range(Control::FocusAbsolute) },
+    } };
+    for (const Leg &leg : legs) {
+        if (leg.target && !leg.range.takes(*leg.target))
+            return false;
+    }
+    for (const Leg &leg : legs) {
+        if (leg.target)
+            m_mechanics.travel(leg.motor, *leg.target);
+    }
+    return true;
+}
 
 void CameraBody::setRange(Control control, const Range &range, std::size_t field)
 {

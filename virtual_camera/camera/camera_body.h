@@ -26,8 +26,9 @@ public:
     bool isAutomatic(Control control) const;
 
     void apply(const ControlTraits &control, const std::vector<std::int64_t> &values);
-    /// Sends the motors there, whether or not focus is automatic.
-    void go(const Place &place);
+    /// Sends the motors there, whether or not focus is automatic. False when the place is out of
+    /// range; then nothing moves.
+    bool go(const Journey &journey);
     /// Another range from now on, and the control takes the value cur; of what moves, the motors
     /// keep their ends and their place until the camera is switched on again.
     void setRange(Control control, const Range &range, std::size_t field);

@@ -22,6 +22,9 @@ struct Range
     std::int64_t def = 0; ///< what GET_DEF answers
     std::int64_t cur = 0; ///< the value when the camera is switched on
     std::int64_t res = 1;
+
+    /// A camera whose range is upside down does not know what to refuse.
+    bool takes(std::int64_t value) const { return min > max || (value >= min && value <= max); }
 };
 
 /// Everything that makes one camera differ from another.

@@ -54,12 +54,6 @@ std::int64_t limitOf(const Range &range, RequestCode code)
     }
 }
 
-// A camera whose range is upside down does not know what to refuse.
-bool within(const Range &range, std::int64_t value)
-{
-    return range.min > range.max || (value >= range.min && value <= range.max);
-}
-
 bool isDirection(std::int64_t value) { return value >= -1 && value <= 1; }
 
 bool isMotion(Control control, const std::vector<std::int64_t> &values)
@@ -211,7 +205,7 @@ RequestError CameraModel::check(
 {
     bool good = control.kind != Kind::Motion || isMotion(control.control, values);
     for (std::size_t field = 0; control.kind != Kind::Motion && field < values.size(); ++field)
-        good = good && within(description().range(control.control, field), values[field]);
+        good = good && description().range(control.control, field).takes(values[field]);
     if (!good)
         return RequestError::OutOfRange;
     return m_body.isAutomatic(control.control) ? RequestError::WrongState : RequestError::None;

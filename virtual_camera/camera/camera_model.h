@@ -25,7 +25,7 @@ public:
 
     // What happens to it from outside; see CameraBody.
     void setRange(Control control, const Range &range, std::size_t field = 0);
-    void go(const Place &place) { m_body.go(place); }
+    bool go(const Journey &journey) { return m_body.go(journey); }
     void cutPower() { m_body.cutPower(); }
     void switchOn();
 

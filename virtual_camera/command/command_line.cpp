@@ -307,7 +307,8 @@ A script has a control command on each line, after the seconds since COMMAND was
   +0.5  replug 1
 
 The log has one line for each request: seconds, device, request, control, what its bytes mean, the
-bytes, and the outcome (ok, stall, short, gone, cancelled):
+bytes, and the outcome (ok, stall, gone, cancelled; by faults short, long, overflow, wrong, lost,
+eproto, etime):
   0.512345 cam1 SET_CUR pantilt_relative pan=+1 pan_speed=21 tilt=0 tilt_speed=0 [01 15 00 00] ok
   0.734501 cam1 SET_CUR roll_absolute value=103 (recall preset 3) [67 00] ok
   0.800213 cam1 GET_CUR brightness value=128 [80 00] ok

@@ -3,7 +3,9 @@
 #include "virtual_camera/command/control_command.h"
 
 #include "virtual_camera/camera/words.h"
+#include "virtual_camera/command/fault_command.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <limits>
@@ -32,15 +34,6 @@ Problem readNumber(std::optional<int> &number, std::string_view text, int lowest
     return std::nullopt;
 }
 
-Problem readControl(ControlCommand &command, std::string_view name)
-{
-    const ControlTraits *control = findControl(name);
-    if (control == nullptr)
-        return "no control is called '" + std::string(name) + "'";
-    command.control = control->control;
-    return std::nullopt;
-}
-
 Problem readDevice(ControlCommand &command, const Arguments &arguments)
 {
     std::optional<int> number;
@@ -60,24 +53,11 @@ Problem readAddress(ControlCommand &command, const Arguments &arguments)
     return arguments.empty() ? std::nullopt : readNumber(command.number, arguments[0], 1, 127);
 }
 
-Problem readStall(ControlCommand &command, const Arguments &arguments)
+template<Fault::Effect effect>
+Problem readFaultWith(ControlCommand &command, const Arguments &arguments)
 {
-    if (arguments[0] == "all")
-        return arguments.size() == 1 ? std::nullopt : Problem("'all' takes no request code");
-    if (Problem problem = readControl(command, arguments[0]))
-        return problem;
-    if (arguments.size() == 1)
-        return std::nullopt;
-    command.code = requestCodeFromName(arguments[1]);
-    return command.code ? std::nullopt
-                        : Problem("no request is called '" + std::string(arguments[1]) + "'");
-}
-
-Problem readShort(ControlCommand &command, const Arguments &arguments)
-{
-    if (Problem problem = readControl(command, arguments[0]))
-        return problem;
-    return readNumber(command.number, arguments[1], 0, 64);
+    command.fault.effect = effect;
+    return readFault(command.fault, arguments);
 }
 
 Problem readDelay(ControlCommand &command, const Arguments &arguments)
@@ -120,9 +100,28 @@ Problem readRange(ControlCommand &command, const Arguments &arguments)
             ? applyOption(scratch, arguments[0], arguments[1])
             : "nothing with a range is called '" + std::string(arguments[0]) + "'")
         return problem;
-    command.control = named->control;
-    command.field = named->field;
+    command.ranged = *named;
     command.range = scratch.range(named->control, named->field);
+    return std::nullopt;
+}
+
+Problem readJourney(ControlCommand &command, const Arguments &arguments)
+{
+    Journey &journey = command.journey;
+    for (const std::string_view argument : arguments) {
+        const std::size_t equals = std::min(argument.find('='), argument.size());
+        const std::string_view name = argument.substr(0, equals);
+        std::optional<std::int64_t> *const target = name == "pan" ? &journey.pan
+            : name == "tilt"                                      ? &journey.tilt
+            : name == "zoom"                                      ? &journey.zoom
+            : name == "focus"                                     ? &journey.focus
+                                                                  : nullptr;
+        if (target == nullptr || equals == argument.size())
+            return "expected pan=, tilt=, zoom= or focus=, not '" + std::string(argument) + "'";
+        *target = parseNumber(argument.substr(equals + 1));
+        if (!*target)
+            return "'" + std::string(argument) + "' has no number";
+    }
     return std::nullopt;
 }
 
@@ -139,7 +138,7 @@ struct Form
 };
 
 // clang-format off
-    constexpr std::array<Form, 18> forms{{
+    constexpr std::array<Form, 23> forms{{
         {"help", Verb::Help, false, 0, 0, readNothing, "help", "name the commands"},
         {"list", Verb::List, false, 0, 0, readNothing, "list", "name the devices"},
         {"describe", Verb::Describe, false, 0, 0, readNothing, "describe", "what all devices are, in JSON: names, lens, controls with their ranges"},
@@ -149,15 +148,20 @@ struct Form
         {"environment", Verb::Environment, false, 0, 0, readNothing, "environment", "the variables with which programs see the bus (see --join)"},
         {"unplug", Verb::Unplug, true, 0, 0, readNothing, "unplug N", "pull the cable of device N"},
         {"replug", Verb::Replug, true, 0, 1, readAddress, "replug N [ADDRESS]", "plug it in again, at the same bus address or another"},
-        {"stall", Verb::Stall, true, 1, 2, readStall, "stall N CONTROL|all [REQUEST]", "refuse requests to a control, or only GET_CUR, GET_MIN, ..."},
-        {"unstall", Verb::Unstall, true, 0, 0, readNothing, "unstall N", "refuse nothing any more"},
-        {"short", Verb::Short, true, 2, 2, readShort, "short N CONTROL BYTES", "cut answers about a control to so many bytes"},
-        {"full", Verb::Full, true, 0, 0, readNothing, "full N", "cut no answers any more"},
+        {"go", Verb::Go, true, 1, 4, readJourney, "go N [pan=P] [tilt=T] [zoom=Z] [focus=F]", "move the camera from outside, as a remote control does"},
+        {"stall", Verb::AddFault, true, 1, 5, readFaultWith<Fault::Effect::Stall>, "stall N TARGET [REQUEST] [WHEN]", "refuse requests, or only GET_CUR, GET_MIN, ..."},
+        {"unstall", Verb::Unstall, true, 0, 0, readNothing, "unstall N", "stop stalling requests"},
+        {"short", Verb::AddFault, true, 2, 6, readFaultWith<Fault::Effect::Short>, "short N TARGET [REQUEST] BYTES [WHEN]", "cut answers to so many bytes"},
+        {"full", Verb::Full, true, 0, 0, readNothing, "full N", "stop cutting answers"},
+        {"long", Verb::AddFault, true, 2, 6, readFaultWith<Fault::Effect::Long>, "long N TARGET [REQUEST] BYTES [WHEN]", "fill answers up to so many bytes; more than were asked for overflow"},
+        {"wrong", Verb::AddFault, true, 1, 5, readFaultWith<Fault::Effect::Wrong>, "wrong N TARGET [REQUEST] [WHEN]", "invert every bit of answers"},
+        {"fail", Verb::AddFault, true, 2, 6, readFaultWith<Fault::Effect::ProtocolError>, "fail N TARGET [REQUEST] EPROTO|ETIME [WHEN]", "let requests fail on the wire"},
+        {"lose-stop", Verb::AddFault, true, 0, 3, readFaultWith<Fault::Effect::LoseStop>, "lose-stop N [WHEN]", "acknowledge stops of motors, but let them run on"},
         {"delay", Verb::Delay, true, 1, 1, readDelay, "delay N MILLISECONDS", "take so long for each request"},
         {"refuse-open", Verb::RefuseOpen, true, 1, 1, readError, "refuse-open N EACCES|EBUSY|EIO|ENODEV|EPERM|none", "let opening the device fail"},
         {"busy", Verb::RefuseClaim, true, 1, 1, readOnOff, "busy N on|off", "let another program hold the camera"},
         {"range", Verb::SetRange, true, 2, 2, readRange, "range N CONTROL|pan|tilt MIN:MAX:DEFAULT:CURRENT[:STEP]", "announce another range"},
-        {"clear", Verb::Clear, true, 0, 0, readNothing, "clear N", "take back all faults (not unplug, not range)"},
+        {"clear", Verb::Clear, true, 0, 0, readNothing, "clear N", "clear all faults (not unplug, not range)"},
     }};
 // clang-format on
 
@@ -209,7 +213,11 @@ std::string controlCommandHelp()
     std::string text;
     for (const Form &form : forms)
         text += "  " + std::string(form.usage) + "\n      " + form.meaning + "\n";
-    return text;
+    return text + R"(
+TARGET is a control, all of them, or descriptors (reads of strings). WHEN counts the requests that
+the fault is about: 'at K' strikes the Kth only, 'every K' each Kth, and 'share PERCENT [SEED]' that
+share of them, drawn by the seed. Without it, all are struck.
+)";
 }
 
 } // namespace virtual_camera

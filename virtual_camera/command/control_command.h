@@ -3,7 +3,8 @@
 #pragma once
 
 #include "virtual_camera/camera/camera_description.h"
-#include "virtual_camera/camera/control_table.h"
+#include "virtual_camera/camera/camera_state.h"
+#include "virtual_camera/usb/faults.h"
 
 #include <optional>
 #include <string>
@@ -26,9 +27,9 @@ struct ControlCommand
         Environment,
         Unplug,
         Replug,
-        Stall,
+        Go,
+        AddFault,
         Unstall,
-        Short,
         Full,
         Delay,
         RefuseOpen,
@@ -38,11 +39,11 @@ struct ControlCommand
     };
 
     Verb verb = Verb::Help;
-    int device = 0;                  // from 1; 0 for none, or for all of them
-    std::optional<Control> control;  // empty: all of them
-    std::optional<RequestCode> code; // empty: all of them
-    std::optional<int> number;       // address, bytes, milliseconds, errno, or 1 for "on"
-    std::size_t field = 0;           // of the control, which the range is for
+    int device = 0;            // from 1; 0 for none, or for all of them
+    std::optional<int> number; // address, milliseconds, errno, or 1 for "on"
+    Journey journey;
+    Fault fault;
+    RangedField ranged{}; // what the range is for
     Range range;
 };
 

@@ -27,16 +27,6 @@ std::string listText(Testbed &testbed)
     return text;
 }
 
-void stall(Device &device, const ControlCommand &command)
-{
-    if (!command.control)
-        device.stallEverything();
-    else if (command.code)
-        device.stall(*command.control, *command.code);
-    else
-        device.stall(*command.control);
-}
-
 std::string executeOn(Device &device, const ControlCommand &command)
 {
     switch (command.verb) {
@@ -50,14 +40,14 @@ std::string executeOn(Device &device, const ControlCommand &command)
             throw std::invalid_argument("device is plugged in already");
         device.replug(command.number);
         return "address " + std::to_string(device.address());
-    case Verb::Stall:
-        stall(device, command);
+    case Verb::Go:
+        device.go(command.journey);
+        break;
+    case Verb::AddFault:
+        device.add(command.fault);
         break;
     case Verb::Unstall:
         device.unstall();
-        break;
-    case Verb::Short:
-        device.answerShort(*command.control, static_cast<std::size_t>(*command.number));
         break;
     case Verb::Full:
         device.answerFully();
@@ -72,7 +62,7 @@ std::string executeOn(Device &device, const ControlCommand &command)
         device.refuseClaim(*command.number != 0);
         break;
     case Verb::SetRange:
-        device.setRange(*command.control, command.range, command.field);
+        device.setRange(command.ranged.control, command.range, command.ranged.field);
         break;
     case Verb::Clear:
         device.clearFaults();

@@ -62,20 +62,6 @@ template<typename Plain> std::string bytesOf(const Plain &plain)
     return { reinterpret_cast<const char *>(&plain), sizeof plain };
 }
 
-int statusOf(LogRecord::Result result)
-{
-    switch (result) {
-    case LogRecord::Result::Stall:
-        return -EPIPE;
-    case LogRecord::Result::Gone:
-        return -ESHUTDOWN;
-    case LogRecord::Result::Cancelled:
-        return -ENOENT;
-    default:
-        return 0;
-    }
-}
-
 std::string packet(UsbPacket usb, microseconds time, const Bytes &data)
 {
     constexpr std::int64_t perSecond = 1000000;

@@ -5,6 +5,7 @@
 #include "virtual_camera/testbed/testbed.h"
 
 #include <cmath>
+#include <map>
 
 namespace virtual_camera {
 
@@ -58,31 +59,16 @@ json::Object cameraJson(const CameraDescription &camera, const CameraState &stat
         { "values", valuesJson(camera, state) }, { "presets", presetsJson(state) } };
 }
 
-json::Array stallsJson(const Faults &faults)
-{
-    json::Array stalls;
-    if (faults.everythingStalls)
-        stalls.emplace_back("all");
-    for (const auto &[control, code] : faults.stalled) {
-        std::string text = traits(control).name;
-        if (code)
-            text += ' ' + std::string(requestCodeName(static_cast<std::uint8_t>(*code)));
-        stalls.emplace_back(text);
-    }
-    return stalls;
-}
-
-// Only what is wrong: a device without faults has no members here.
+// Only what is wrong: a device without faults has no members here. Those of requests stand under
+// the word of their control command, as the rest of it.
 json::Object faultsJson(const Faults &faults)
 {
+    std::map<std::string, json::Array> byWord;
+    for (const Fault &fault : faults.requests)
+        byWord[faultWord(fault.effect)].emplace_back(faultText(fault));
     json::Object object;
-    if (const json::Array stalls = stallsJson(faults); !stalls.empty())
-        object.add("stall", stalls);
-    json::Object shortened;
-    for (const auto &[control, bytes] : faults.shortened)
-        shortened.add(traits(control).name, bytes);
-    if (!shortened.members().empty())
-        object.add("short", shortened);
+    for (const auto &[word, texts] : byWord)
+        object.add(word, texts);
     if (faults.delay.count() != 0)
         object.add("delay", faults.delay.count());
     if (faults.openError != 0)

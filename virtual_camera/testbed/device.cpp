@@ -128,38 +128,52 @@ void Device::change(const std::function<void(Faults &)> &how)
     m_cable->changeFaults(how);
 }
 
+void Device::go(const Journey &journey)
+{
+    m_cable->withCamera([&journey](CameraModel &camera) {
+        if (!camera.go(journey))
+            throw std::invalid_argument("the camera cannot go there");
+    });
+}
+
+void Device::add(const Fault &fault)
+{
+    change([&fault](Faults &faults) { faults.add(fault); });
+}
+
+void Device::remove(Fault::Effect effect)
+{
+    change([effect](Faults &faults) { faults.remove(effect); });
+}
+
 void Device::stall(Control control)
 {
-    change([control](Faults &faults) { faults.stalled.insert({ control, std::nullopt }); });
+    Fault fault;
+    fault.target = { FaultTarget::Kind::OneControl, control, std::nullopt };
+    add(fault);
 }
 
 void Device::stall(Control control, RequestCode code)
 {
-    change([control, code](Faults &faults) { faults.stalled.insert({ control, code }); });
+    Fault fault;
+    fault.target = { FaultTarget::Kind::OneControl, control, code };
+    add(fault);
 }
 
-void Device::stallEverything()
-{
-    change([](Faults &faults) { faults.everythingStalls = true; });
-}
+void Device::stallEverything() { add({}); }
 
-void Device::unstall()
-{
-    change([](Faults &faults) {
-        faults.stalled.clear();
-        faults.everythingStalls = false;
-    });
-}
+void Device::unstall() { remove(Fault::Effect::Stall); }
 
 void Device::answerShort(Control control, std::size_t bytes)
 {
-    change([control, bytes](Faults &faults) { faults.shortened[control] = bytes; });
+    Fault fault;
+    fault.effect = Fault::Effect::Short;
+    fault.target = { FaultTarget::Kind::OneControl, control, std::nullopt };
+    fault.bytes = bytes;
+    add(fault);
 }
 
-void Device::answerFully()
-{
-    change([](Faults &faults) { faults.shortened.clear(); });
-}
+void Device::answerFully() { remove(Fault::Effect::Short); }
 
 void Device::delay(std::chrono::milliseconds time)
 {

@@ -50,6 +50,15 @@ public:
     /// tells tilt (1) from pan (0).
     void setRange(Control control, const Range &range, std::size_t field = 0);
 
+    /// Sends the motors somewhere, as a remote control does. Throws std::invalid_argument for a
+    /// place that is out of range; then nothing moves.
+    void go(const Journey &journey);
+
+    /// The fault is in force until it is taken back or replaced by one with the same effect and
+    /// target.
+    void add(const Fault &fault);
+    /// Takes back all faults with this effect.
+    void remove(Fault::Effect effect);
     /// All requests to the control stall, or only those with one code.
     void stall(Control control);
     void stall(Control control, RequestCode code);

@@ -73,21 +73,20 @@ Cable::Answered Cable::answerNow(int file, ControlRequest request)
 Cable::Answered Cable::perform(Waiting waiting)
 {
     ControlRequest &request = waiting.request;
+    const Damage damage = m_faults.strike(request);
     Answered answered;
     answered.ticket = waiting.ticket;
-    Answer answer = Answer::stall();
-    if (!m_faults.stalls(request))
-        answer = m_firmware.answer(request);
-    if (answer.stalled) {
-        answered.result = Result::Stall;
-    } else if (const auto limit = m_faults.limit(request); limit && *limit < answer.data.size()) {
-        answer.data.resize(*limit);
-        answered.result = Result::Short;
+    if (damage.instead) {
+        answered.result = *damage.instead;
+    } else {
+        Answer answer = damage.stopLost ? Answer::done() : m_firmware.answer(request);
+        answered.result =
+            answer.stalled ? Result::Stall : damage.spoil(answer.data, request.length);
+        answered.data = std::move(answer.data);
     }
-    if (!answer.stalled && request.isStandard() && !request.hostReads()
+    if (answered.result == Result::Ok && request.isStandard() && !request.hostReads()
         && request.request == USB_REQ_SET_CONFIGURATION)
         switchOn();
-    answered.data = std::move(answer.data);
     if (request.hostReads())
         request.data = answered.data;
     logRequest(std::move(waiting), answered.result);

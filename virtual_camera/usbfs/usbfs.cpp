@@ -11,22 +11,6 @@ namespace virtual_camera {
 
 namespace {
 
-int statusOf(LogRecord::Result result)
-{
-    switch (result) {
-    case LogRecord::Result::Ok:
-    case LogRecord::Result::Short:
-        return 0;
-    case LogRecord::Result::Stall:
-        return -EPIPE;
-    case LogRecord::Result::Gone:
-        return -ESHUTDOWN;
-    case LogRecord::Result::Cancelled:
-        return -ENOENT;
-    }
-    return -EPROTO;
-}
-
 ControlRequest hostRequest(int recipient, std::uint8_t request, unsigned value, unsigned index)
 {
     ControlRequest made;
@@ -301,7 +285,7 @@ void Usbfs::settle(Urb &urb, Cable::Answered answer)
     urb.done = true;
     urb.status = statusOf(answer.result);
     urb.answer = std::move(answer.data);
-    if (urb.status == 0)
+    if (urb.status == 0 || urb.status == -EOVERFLOW)
         urb.transferred = urb.request.hostReads() ? urb.answer.size() : urb.request.data.size();
 }
 

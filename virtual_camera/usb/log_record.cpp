@@ -1,11 +1,13 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
+#include "virtual_camera/usb/log_record.h"
+
 #include "virtual_camera/camera/control_table.h"
 #include "virtual_camera/camera/little_endian.h"
 #include "virtual_camera/camera/vendor_command.h"
-#include "virtual_camera/usb/request_log.h"
 
 #include <array>
+#include <cerrno>
 #include <cstdio>
 
 namespace virtual_camera {
@@ -118,12 +120,24 @@ const char *resultName(Result result)
         return "ok";
     case Result::Stall:
         return "stall";
-    case Result::Short:
-        return "short";
     case Result::Gone:
         return "gone";
     case Result::Cancelled:
         return "cancelled";
+    case Result::Short:
+        return "short";
+    case Result::Long:
+        return "long";
+    case Result::Overflow:
+        return "overflow";
+    case Result::Wrong:
+        return "wrong";
+    case Result::Lost:
+        return "lost";
+    case Result::ProtocolError:
+        return "eproto";
+    case Result::NoResponse:
+        return "etime";
     }
     return "";
 }
@@ -145,6 +159,31 @@ const char *eventName(LogRecord::Event event)
         return "reset";
     }
     return "";
+}
+
+int statusOf(LogRecord::Result result)
+{
+    switch (result) {
+    case LogRecord::Result::Ok:
+    case LogRecord::Result::Short:
+    case LogRecord::Result::Long:
+    case LogRecord::Result::Wrong:
+    case LogRecord::Result::Lost:
+        return 0;
+    case LogRecord::Result::Stall:
+        return -EPIPE;
+    case LogRecord::Result::Gone:
+        return -ESHUTDOWN;
+    case LogRecord::Result::Cancelled:
+        return -ENOENT;
+    case LogRecord::Result::Overflow:
+        return -EOVERFLOW;
+    case LogRecord::Result::ProtocolError:
+        return -EPROTO;
+    case LogRecord::Result::NoResponse:
+        return -ETIME;
+    }
+    return 0;
 }
 
 std::string toText(const LogRecord &record)
