@@ -144,15 +144,16 @@ void CheckedCamera::announce(const ControlTraits &control, const Range &range, s
     checkState();
 }
 
-void CheckedCamera::go(const Journey &journey)
+void CheckedCamera::go(const Place &place)
 {
     const CameraState before = m_camera.state();
-    const bool goes = m_camera.go(journey);
+    RemoteOrder order;
+    order.moves = { place.pan, place.tilt, place.zoom, place.focus };
+    const auto problem = m_camera.go(order);
     checkState();
-    if (!goes)
+    if (problem)
         return expect(same(before, m_camera.state()), "a camera that does not go stays as it is");
-    const Place aim{ *journey.pan, *journey.tilt, *journey.zoom, *journey.focus };
-    checkArrival(aim);
+    checkArrival(place);
 }
 
 void CheckedCamera::cutPower()

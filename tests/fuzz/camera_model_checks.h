@@ -24,7 +24,7 @@ public:
     void wait(std::chrono::microseconds time);
     void announce(const virtual_camera::ControlTraits &control, const virtual_camera::Range &range,
         std::size_t field);
-    void go(const virtual_camera::Journey &journey);
+    void go(const virtual_camera::Place &place);
     void cutPower();
     void switchOn();
     // Everything that moves comes to rest.

@@ -89,10 +89,10 @@ void go(fuzz::CheckedCamera &camera, Input &input)
         const Bytes bytes = input.exactly(4);
         return readSigned(bytes.data(), bytes.size());
     };
-    Journey journey;
-    for (auto *target : { &journey.pan, &journey.tilt, &journey.zoom, &journey.focus })
-        *target = some();
-    camera.go(journey);
+    Place place;
+    for (std::int64_t *axis : { &place.pan, &place.tilt, &place.zoom, &place.focus })
+        *axis = some();
+    camera.go(place);
 }
 
 CameraDescription described(Input &input)

@@ -212,15 +212,15 @@ class WhileItRuns(RunningCase):
                      "delay 1 0", "refuse-open 1 EACCES", "refuse-open 1 none", "busy 1 on",
                      "busy 1 off", "range 1 contrast 5:1:2:3", "range 1 tilt -3600:0:0:0",
                      "fail 1 all EPROTO at 2", "wrong 1 gamma share 10 7", "long 1 gain 9 every 3",
-                     "lose-stop 1", "short 1 descriptors 4", "clear 1", "go 1 pan=3600 zoom=0",
-                     "help"):
+                     "lose-stop 1", "short 1 descriptors 4", "clear 1", "go 1 left up=3", "go 1 stop",
+                     "go 1 home", "go 1 pan=3600 zoom=0", "help"):
             answer = self.tell(line)
             self.assertTrue(answer.startswith("ok"), answer)
             self.assertNotIn("\n", answer)
         self.assertEqual(self.tell("list"), "ok 1 camera address 2; 2 camera address 9")
         self.assertIn(" contrast=3 ", self.tell("state 1"))
         self.wait_until(lambda: " pan=3600 pan_velocity=0 " in self.tell("state 1"))
-        for line in ("dance", "unplug", "unplug 3", "replug 1", "replug 2 9", "go 1 tilt=3600"):
+        for line in ("dance", "unplug", "unplug 3", "replug 1", "replug 2 9", "go 1 tilt=3600", "go 1 preset=1"):
             answer = self.tell(line, code=1)
             self.assertTrue(answer.startswith("error: "), answer)
         self.assertEqual(self.tell("unplug 2"), "ok")

@@ -173,6 +173,25 @@ class Watching(JsonCase):
         self.process.stdin.flush()
         self.assertEqual(client.read()["devices"], [{"number": 1, "open_files": 0}])
 
+    def test_follows_a_camera_moved_by_its_remote_control(self):
+        self.start()
+        client, _ = self.watch()
+        self.assertEqual(client.ask("json go 1 right=12 in"), {"ok": True})
+        begin = client.read()["devices"][0]
+        self.assertEqual(begin["pan"]["velocity"], 60 * 3600)
+        self.assertGreater(begin["zoom"]["velocity"], 0)
+        self.tell("go 1 stop")
+        while begin["pan"]["velocity"] != 0:
+            (begin,) = client.read()["devices"]
+        self.tell("go 1 pan=-3600")
+        *_, last = self.read_until(client, "pan", {"position": -3600, "velocity": 0})
+        self.assertNotIn("zoom", last)
+        answer = client.ask("json go 1 pan=999999999")
+        self.assertEqual(answer, {"ok": False, "error": "999999999 is out of range"})
+        self.tell("unplug 1")
+        self.assertFalse(client.read()["devices"][0]["plugged_in"])
+        self.assertIn("no power", client.ask("json go 1 home")["error"])
+
     def test_keeps_nothing_for_a_program_that_does_not_read(self):
         self.start("--cameras", "32")
         sleeper, _ = self.watch()

@@ -448,6 +448,32 @@ TEST(Release15, CanBeUsedWithLibusbAlone)
     libusb_exit(context);
 }
 
+TEST(LibuvcOnTheEmulatedBus, SeesACameraMovedByItsRemoteControl)
+{
+    ManualClock clock;
+    Testbed bed({ DeviceDescription::ptzCamera() }, clock.clock());
+    Libuvc uvc;
+    uvc_device_handle_t *camera = uvc.open(0);
+    ASSERT_NE(camera, nullptr);
+    const auto panNow = [camera] {
+        int pan = 0;
+        int tilt = 0;
+        EXPECT_EQ(uvc_get_pantilt_abs(camera, &pan, &tilt, UVC_GET_CUR), UVC_SUCCESS);
+        return pan;
+    };
+    RemoteOrder right;
+    right.moves[0] = Drive{ 1, 24 };
+    bed.device(1).go(right);
+    clock.advance(500ms);
+    EXPECT_EQ(panNow(), 60 * 3600);
+    std::uint8_t info = 0;
+    EXPECT_EQ(uvc_get_ctrl(camera, cameraTerminal, 0x0d, &info, 1, UVC_GET_INFO), 1);
+    EXPECT_EQ(info & 0x08, 0x08) << "autoupdate";
+    bed.device(1).unplug();
+    EXPECT_THROW(bed.device(1).go(right), std::invalid_argument);
+    uvc_close(camera);
+}
+
 TEST(LibuvcOnTheEmulatedBus, FindsACameraSwitchedOnThatIsPluggedInAgain)
 {
     Testbed bed(1);

@@ -5,6 +5,7 @@
 
 #include "tests/virtual_camera/model_test_support.h"
 #include "virtual_camera/camera/vendor_command.h"
+#include "virtual_camera/camera/words.h"
 
 #include <gmock/gmock.h>
 
@@ -128,35 +129,92 @@ TEST(CameraMotion, EndsWithThePower)
     EXPECT_EQ(camera.model.state().place().pan, 12 * degree);
 }
 
-TEST(CameraMotion, IsStartedFromOutside)
+// What a remote control asks; a test that misspells it fails.
+RemoteOrder order(std::string_view words)
+{
+    RemoteOrder read;
+    EXPECT_EQ(readRemoteOrder(read, splitWords(words)), std::nullopt) << words;
+    return read;
+}
+
+TEST(RemoteControl, SendsTheCameraToAPlaceAtFullSpeed)
 {
     CameraOnTheBench camera;
-    EXPECT_TRUE(camera.model.go({ 60 * degree, 90 * degree, 16384, 0 }));
+    EXPECT_FALSE(camera.model.go(order("pan=216000 tilt=324000 zoom=16384 focus=0")));
     camera.pass(250ms);
     EXPECT_EQ(camera.read(Control::PantiltRelative), (Values{ 1, 24, 1, 20 }));
     camera.pass(1min);
     EXPECT_EQ(camera.model.state().place(), (Place{ 60 * degree, 90 * degree, 16384, 0 }));
 }
 
-TEST(CameraMotion, IsStartedFromOutsideForSomeMotorsOnly)
+TEST(RemoteControl, LeavesOtherMotorsAlone)
 {
     CameraOnTheBench camera;
     camera.set(Control::PantiltRelative, { 1, 1, 0, 0 });
-    Journey journey;
-    journey.zoom = 100;
-    EXPECT_TRUE(camera.model.go(journey));
+    EXPECT_FALSE(camera.model.go(order("zoom=100")));
     camera.pass(1s);
     EXPECT_EQ(camera.model.state().place(), (Place{ 5 * degree, 0, 100, 2048 }));
     EXPECT_NE(camera.model.state().pan.velocity, 0);
 }
 
-TEST(CameraMotion, IsNotStartedToAPlaceThatIsOutOfRange)
+struct KeyRow
+{
+    const char *words;
+    Values pantilt;
+    Values zoom;
+    Values focus;
+};
+
+class RemoteKey : public testing::TestWithParam<KeyRow>
+{ };
+
+TEST_P(RemoteKey, DrivesUntilItIsStopped)
+{
+    CameraOnTheBench camera(completeCamera());
+    camera.model.go(order("zoom=5000"));
+    camera.pass(1min);
+    EXPECT_FALSE(camera.model.go(order(GetParam().words)));
+    camera.pass(100ms);
+    EXPECT_EQ(camera.read(Control::PantiltRelative), GetParam().pantilt);
+    EXPECT_EQ(camera.read(Control::ZoomRelative), GetParam().zoom);
+    EXPECT_EQ(camera.read(Control::FocusRelative), GetParam().focus);
+    EXPECT_FALSE(camera.model.go(order("stop")));
+    EXPECT_FALSE(camera.model.state().moving());
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, RemoteKey,
+    testing::Values(KeyRow{ "left", { -1, 24, 0, 0 }, { 0, 0, 0 }, { 0, 0 } },
+        KeyRow{ "right=1", { 1, 1, 0, 0 }, { 0, 0, 0 }, { 0, 0 } },
+        KeyRow{ "up", { 0, 0, 1, 20 }, { 0, 0, 0 }, { 0, 0 } },
+        KeyRow{ "down=7", { 0, 0, -1, 7 }, { 0, 0, 0 }, { 0, 0 } },
+        KeyRow{ "in=3", { 0, 0, 0, 0 }, { 1, 0, 3 }, { 0, 0 } },
+        KeyRow{ "out", { 0, 0, 0, 0 }, { -1, 0, 7 }, { 0, 0 } },
+        KeyRow{ "near", { 0, 0, 0, 0 }, { 0, 0, 0 }, { 1, 7 } },
+        KeyRow{ "far=2", { 0, 0, 0, 0 }, { 0, 0, 0 }, { -1, 2 } },
+        KeyRow{ "left=255 down in=1", { -1, 24, -1, 20 }, { 1, 0, 1 }, { 0, 0 } }));
+
+TEST(RemoteControl, RecallsPresetsAndGoesHome)
 {
     CameraOnTheBench camera;
-    EXPECT_FALSE(camera.model.go({ degree, 91 * degree, {}, {} }));
-    EXPECT_FALSE(camera.model.go({ degree, {}, -1, {} }));
-    EXPECT_FALSE(camera.model.go({ degree, {}, {}, 4096 }));
-    EXPECT_FALSE(camera.model.state().moving());
+    camera.model.go(order("pan=36000 zoom=1000"));
+    camera.pass(1min);
+    EXPECT_TRUE(camera.vendor(20 + 3));
+    EXPECT_FALSE(camera.model.go(order("home")));
+    camera.pass(1min);
+    EXPECT_EQ(camera.model.state().place(), (Place{ 0, 0, 0, 2048 }));
+    EXPECT_FALSE(camera.model.go(order("preset=3")));
+    camera.pass(1min);
+    EXPECT_EQ(camera.model.state().place(), (Place{ 10 * degree, 0, 1000, 2048 }));
+}
+
+TEST(RemoteControl, CannotSendTheCameraElsewhere)
+{
+    CameraOnTheBench camera;
+    for (const char *words : { "pan=3600 tilt=327600", "pan=3600 zoom=-1", "pan=3600 focus=4096",
+             "left zoom=-1", "preset=4" }) {
+        EXPECT_TRUE(camera.model.go(order(words))) << words;
+        EXPECT_FALSE(camera.model.state().moving()) << words;
+    }
 }
 
 struct DriveRow

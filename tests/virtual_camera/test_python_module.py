@@ -6,7 +6,7 @@ import os
 
 import pytest
 
-from virtual_camera import Bus, Log, VirtualCameraError
+from virtual_camera import Bus, Log, VirtualCameraError, wait_until
 
 
 def test_describes_the_devices(virtual_cameras):
@@ -29,6 +29,17 @@ def test_watches(virtual_camera):
         assert next(messages)["devices"][0]["description"] == virtual_camera.describe()
         virtual_camera.tell("stall 1 gain")
         assert next(messages)["devices"] == [{"number": 1, "faults": {"stall": ["gain"]}}]
+
+
+def test_moves_the_camera(virtual_camera):
+    with virtual_camera.watch() as messages:
+        next(messages)
+        virtual_camera.go("left=1", "up")
+        state = next(messages)["devices"][0]
+        assert (state["pan"]["velocity"], state["tilt"]["velocity"]) == (-5 * 3600, 90 * 3600)
+    virtual_camera.go("stop")
+    virtual_camera.go(pan=-3600, zoom=100)
+    wait_until(lambda: virtual_camera.state()["zoom"]["position"] == 100)
 
 
 def test_logs(virtual_camera):

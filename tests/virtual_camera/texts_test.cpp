@@ -14,6 +14,7 @@
 using namespace virtual_camera;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using Motor = Mechanics::Motor;
 
 namespace {
 
@@ -169,9 +170,9 @@ TEST(ControlCommands, AreUnderstood)
     EXPECT_EQ(command("  unplug\t2 \r").device, 2);
     EXPECT_EQ(command("replug 2").number, std::nullopt);
     EXPECT_EQ(command("replug 2 17").number, 17);
-    EXPECT_EQ(command("go 1 pan=-3600").journey.pan, -3600);
-    EXPECT_EQ(command("go 1 pan=-3600").journey.tilt, std::nullopt);
-    EXPECT_EQ(command("go 1 focus=1 zoom=2 tilt=3").journey.zoom, 2);
+    EXPECT_EQ(std::get<1>(command("go 1 pan=-3600").order.move(Motor::Pan)), -3600);
+    EXPECT_EQ(command("go 1 pan=-3600").order.move(Motor::Tilt).index(), 0U);
+    EXPECT_EQ(command("go 1 preset=3").order.preset, 3);
     EXPECT_EQ(command("delay 3 50").number, 50);
     EXPECT_EQ(command("refuse-open 1 EACCES").number, EACCES);
     EXPECT_EQ(command("refuse-open 1 none").number, 0);
@@ -234,10 +235,11 @@ TEST(ControlCommands, SayWhatIsWrong)
              "stall 1 at 3", "stall 1 gamma at", "stall 1 gamma at 0", "stall 1 gamma at 1 2",
              "stall 1 gamma share 101", "stall 1 gamma share 1 -1", "fail 1 gamma",
              "fail 1 gamma EIO", "fail 1 EPROTO", "long 1 gamma", "wrong 1", "lose-stop 1 gamma",
-             "go 1", "go 1 left=3", "go 1 pan", "go 1 pan=x", "short 1 gamma", "short 1 gamma -1",
-             "delay 1 -5", "delay 1 99999999999", "refuse-open 1 EWHAT", "busy 1 maybe",
-             "range 1 gamma 1:2", "range 1 pantilt_absolute 1:2:3:4", "list 1",
-             "unplug 99999999999999999999" }) {
+             "go 1", "go 1 sideways", "go 1 pan", "go 1 pan=x", "go 1 left=0", "go 1 left=256",
+             "go 1 left=", "go 1 home=1", "go 1 home left", "go 1 preset", "go 1 preset=-1",
+             "go 1 preset=1 stop", "short 1 gamma", "short 1 gamma -1", "delay 1 -5",
+             "delay 1 99999999999", "refuse-open 1 EWHAT", "busy 1 maybe", "range 1 gamma 1:2",
+             "range 1 pantilt_absolute 1:2:3:4", "list 1", "unplug 99999999999999999999" }) {
         const auto parsed = parseControlCommand(line);
         ASSERT_TRUE(std::holds_alternative<std::string>(parsed)) << line;
         EXPECT_FALSE(std::get<std::string>(parsed).empty()) << line;

@@ -152,10 +152,7 @@ void CameraBody::applyVendorCommand(int code)
         store(Control::FocusAuto, command.on ? 1 : 0);
         break;
     case Kind::Home:
-        m_mechanics.travel({ m_description.range(Control::PantiltAbsolute, 0).def,
-            m_description.range(Control::PantiltAbsolute, 1).def,
-            m_description.range(Control::ZoomAbsolute).def,
-            m_description.range(Control::FocusAbsolute).def });
+        m_mechanics.travel(home());
         break;
     case Kind::Menu:
         m_state.menu = command.on;
@@ -182,29 +179,50 @@ void CameraBody::applyVendorCommand(int code)
     }
 }
 
-bool CameraBody::go(const Journey &journey)
+const Range &CameraBody::motorRange(Motor motor) const
 {
-    struct Leg
-    {
-        Motor motor;
-        const std::optional<std::int64_t> &target;
-        const Range &range;
-    };
-    const std::array<Leg, 4> legs{ {
-        { Motor::Pan, journey.pan, m_description.range(Control::PantiltAbsolute, 0) },
-        { Motor::Tilt, journey.tilt, m_description.range(Control::PantiltAbsolute, 1) },
-        { Motor::Zoom, journey.zoom, m_description.range(Control::ZoomAbsolute) },
-        { Motor::Focus, journey.focus, m_description.range(Control::FocusAbsolute) },
-    } };
-    for (const Leg &leg : legs) {
-        if (leg.target && !leg.range.takes(*leg.target))
-            return false;
+    switch (motor) {
+    case Motor::Pan:
+        return m_description.range(Control::PantiltAbsolute, 0);
+    case Motor::Tilt:
+        return m_description.range(Control::PantiltAbsolute, 1);
+    case Motor::Zoom:
+        return m_description.range(Control::ZoomAbsolute);
+    case Motor::Focus:
+        break;
     }
-    for (const Leg &leg : legs) {
-        if (leg.target)
-            m_mechanics.travel(leg.motor, *leg.target);
+    return m_description.range(Control::FocusAbsolute);
+}
+
+Place CameraBody::home() const
+{
+    return { motorRange(Motor::Pan).def, motorRange(Motor::Tilt).def, motorRange(Motor::Zoom).def,
+        motorRange(Motor::Focus).def };
+}
+
+std::optional<std::string> CameraBody::go(const RemoteOrder &order)
+{
+    if (order.home)
+        m_mechanics.travel(home());
+    if (order.preset) {
+        const auto preset = m_state.presets.find(*order.preset);
+        if (preset == m_state.presets.end())
+            return "preset " + std::to_string(*order.preset) + " is not stored";
+        m_mechanics.travel(preset->second);
     }
-    return true;
+    constexpr std::array<Motor, 4> motors{ Motor::Pan, Motor::Tilt, Motor::Zoom, Motor::Focus };
+    for (const Motor motor : motors) {
+        const auto *place = std::get_if<std::int64_t>(&order.move(motor));
+        if (place != nullptr && !motorRange(motor).takes(*place))
+            return std::to_string(*place) + " is out of range";
+    }
+    for (const Motor motor : motors) {
+        if (const auto *place = std::get_if<std::int64_t>(&order.move(motor)))
+            m_mechanics.travel(motor, *place);
+        else if (const auto *drive = std::get_if<Drive>(&order.move(motor)))
+            m_mechanics.run(motor, *drive);
+    }
+    return std::nullopt;
 }
 
 void CameraBody::setRange(Control control, const Range &range, std::size_t field)

@@ -5,7 +5,10 @@
 #include "virtual_camera/camera/camera_description.h"
 #include "virtual_camera/camera/camera_state.h"
 #include "virtual_camera/camera/mechanics.h"
+#include "virtual_camera/camera/remote_order.h"
 
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace virtual_camera {
@@ -26,9 +29,9 @@ public:
     bool isAutomatic(Control control) const;
 
     void apply(const ControlTraits &control, const std::vector<std::int64_t> &values);
-    /// Sends the motors there, whether or not focus is automatic. False when the place is out of
-    /// range; then nothing moves.
-    bool go(const Journey &journey);
+    /// Moves the motors, whether or not focus is automatic. Returns what is wrong with the order;
+    /// then nothing moves.
+    std::optional<std::string> go(const RemoteOrder &order);
     /// Another range from now on, and the control takes the value cur; of what moves, the motors
     /// keep their ends and their place until the camera is switched on again.
     void setRange(Control control, const Range &range, std::size_t field);
@@ -40,6 +43,8 @@ public:
 
 private:
     void applyVendorCommand(int code);
+    Place home() const;
+    const Range &motorRange(Mechanics::Motor motor) const;
     /// The control has this value now, and what it switches is switched.
     void store(Control control, std::int64_t value);
 

@@ -25,7 +25,7 @@ public:
 
     // What happens to it from outside; see CameraBody.
     void setRange(Control control, const Range &range, std::size_t field = 0);
-    bool go(const Journey &journey) { return m_body.go(journey); }
+    std::optional<std::string> go(const RemoteOrder &order) { return m_body.go(order); }
     void cutPower() { m_body.cutPower(); }
     void switchOn();
 

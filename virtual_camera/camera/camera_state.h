@@ -7,7 +7,6 @@
 #include <array>
 #include <cstdint>
 #include <map>
-#include <optional>
 
 namespace virtual_camera {
 
@@ -18,15 +17,6 @@ struct Place
     std::int64_t tilt = 0;  ///< seconds of arc, upwards
     std::int64_t zoom = 0;  ///< units of the zoom control, towards tele
     std::int64_t focus = 0; ///< units of the focus control, towards near
-};
-
-/// Where to go; a motor without a number stays as it is.
-struct Journey
-{
-    std::optional<std::int64_t> pan;
-    std::optional<std::int64_t> tilt;
-    std::optional<std::int64_t> zoom;
-    std::optional<std::int64_t> focus;
 };
 
 inline bool operator==(const Place &a, const Place &b)

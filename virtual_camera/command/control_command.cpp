@@ -5,7 +5,6 @@
 #include "virtual_camera/camera/words.h"
 #include "virtual_camera/command/fault_command.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <limits>
@@ -105,24 +104,9 @@ Problem readRange(ControlCommand &command, const Arguments &arguments)
     return std::nullopt;
 }
 
-Problem readJourney(ControlCommand &command, const Arguments &arguments)
+Problem readGo(ControlCommand &command, const Arguments &arguments)
 {
-    Journey &journey = command.journey;
-    for (const std::string_view argument : arguments) {
-        const std::size_t equals = std::min(argument.find('='), argument.size());
-        const std::string_view name = argument.substr(0, equals);
-        std::optional<std::int64_t> *const target = name == "pan" ? &journey.pan
-            : name == "tilt"                                      ? &journey.tilt
-            : name == "zoom"                                      ? &journey.zoom
-            : name == "focus"                                     ? &journey.focus
-                                                                  : nullptr;
-        if (target == nullptr || equals == argument.size())
-            return "expected pan=, tilt=, zoom= or focus=, not '" + std::string(argument) + "'";
-        *target = parseNumber(argument.substr(equals + 1));
-        if (!*target)
-            return "'" + std::string(argument) + "' has no number";
-    }
-    return std::nullopt;
+    return readRemoteOrder(command.order, arguments);
 }
 
 struct Form
@@ -148,7 +132,7 @@ struct Form
         {"environment", Verb::Environment, false, 0, 0, readNothing, "environment", "the variables with which programs see the bus (see --join)"},
         {"unplug", Verb::Unplug, true, 0, 0, readNothing, "unplug N", "pull the cable of device N"},
         {"replug", Verb::Replug, true, 0, 1, readAddress, "replug N [ADDRESS]", "plug it in again, at the same bus address or another"},
-        {"go", Verb::Go, true, 1, 4, readJourney, "go N [pan=P] [tilt=T] [zoom=Z] [focus=F]", "move the camera from outside, as a remote control does"},
+        {"go", Verb::Go, true, 1, 8, readGo, "go N MOVE...", "move the camera as its remote control does"},
         {"stall", Verb::AddFault, true, 1, 5, readFaultWith<Fault::Effect::Stall>, "stall N TARGET [REQUEST] [WHEN]", "refuse requests, or only GET_CUR, GET_MIN, ..."},
         {"unstall", Verb::Unstall, true, 0, 0, readNothing, "unstall N", "stop stalling requests"},
         {"short", Verb::AddFault, true, 2, 6, readFaultWith<Fault::Effect::Short>, "short N TARGET [REQUEST] BYTES [WHEN]", "cut answers to so many bytes"},
@@ -214,6 +198,10 @@ std::string controlCommandHelp()
     for (const Form &form : forms)
         text += "  " + std::string(form.usage) + "\n      " + form.meaning + "\n";
     return text + R"(
+MOVE is a place (pan=P, tilt=T, zoom=Z or focus=F), or a drive until stop or the end of the travel
+(left, right, up, down, in, out, near or far, with =SPEED as in the relative controls if not at
+full speed), or stop, home or preset=K.
+
 TARGET is a control, all of them, or descriptors (reads of strings). WHEN counts the requests that
 the fault is about: 'at K' strikes the Kth only, 'every K' each Kth, and 'share PERCENT [SEED]' that
 share of them, drawn by the seed. Without it, all are struck.

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "virtual_camera/camera/camera_description.h"
-#include "virtual_camera/camera/camera_state.h"
+#include "virtual_camera/camera/remote_order.h"
 #include "virtual_camera/usb/faults.h"
 
 #include <optional>
@@ -41,7 +41,7 @@ struct ControlCommand
     Verb verb = Verb::Help;
     int device = 0;            // from 1; 0 for none, or for all of them
     std::optional<int> number; // address, milliseconds, errno, or 1 for "on"
-    Journey journey;
+    RemoteOrder order;
     Fault fault;
     RangedField ranged{}; // what the range is for
     Range range;

@@ -41,7 +41,7 @@ std::string executeOn(Device &device, const ControlCommand &command)
         device.replug(command.number);
         return "address " + std::to_string(device.address());
     case Verb::Go:
-        device.go(command.journey);
+        device.go(command.order);
         break;
     case Verb::AddFault:
         device.add(command.fault);

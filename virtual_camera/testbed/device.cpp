@@ -128,11 +128,14 @@ void Device::change(const std::function<void(Faults &)> &how)
     m_cable->changeFaults(how);
 }
 
-void Device::go(const Journey &journey)
+void Device::go(const RemoteOrder &order)
 {
-    m_cable->withCamera([&journey](CameraModel &camera) {
-        if (!camera.go(journey))
-            throw std::invalid_argument("the camera cannot go there");
+    const std::lock_guard lock(m_socket.mutex);
+    if (!m_pluggedIn)
+        throw std::invalid_argument("an unplugged camera has no power to move");
+    m_cable->withCamera([&order](CameraModel &camera) {
+        if (const auto problem = camera.go(order))
+            throw std::invalid_argument(*problem);
     });
 }
 

@@ -4,6 +4,7 @@
 
 #include "virtual_camera/camera/camera_state.h"
 #include "virtual_camera/camera/mechanics.h"
+#include "virtual_camera/camera/remote_order.h"
 #include "virtual_camera/usb/bus.h"
 #include "virtual_camera/usb/device_description.h"
 #include "virtual_camera/usb/faults.h"
@@ -50,9 +51,9 @@ public:
     /// tells tilt (1) from pan (0).
     void setRange(Control control, const Range &range, std::size_t field = 0);
 
-    /// Sends the motors somewhere, as a remote control does. Throws std::invalid_argument for a
-    /// place that is out of range; then nothing moves.
-    void go(const Journey &journey);
+    /// Moves the camera as a remote control does. Throws std::invalid_argument for a place out of
+    /// range, a preset that is not stored, and a camera without power; then nothing moves.
+    void go(const RemoteOrder &order);
 
     /// The fault is in force until it is taken back or replaced by one with the same effect and
     /// target.

@@ -86,6 +86,9 @@ class Bus:
     def state(self, number=1):
         return self.control.state(number)
 
+    def go(self, *moves, number=1, **places):
+        self.control.go(*moves, number=number, **places)
+
     def watch(self):
         return self.control.watch()
 

@@ -56,6 +56,12 @@ class Control:
         """What a device is doing: where its motors are, its values, its faults."""
         return self.ask(f"state {number}")["devices"][0]
 
+    def go(self, *moves, number=1, **places):
+        """Moves a camera as its remote control does: go("left", "up=3"), go("stop"), go("home"),
+        go(pan=3600, zoom=100)."""
+        places = (f"{motor}={place}" for motor, place in places.items())
+        self.tell(" ".join(("go", str(number), *moves, *places)))
+
     @contextlib.contextmanager
     def watch(self):
         """The messages as they come: everything at first, then the changes."""
