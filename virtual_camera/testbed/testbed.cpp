@@ -17,7 +17,7 @@ int portFor(int number, int count) { return portsFor(count) + 1 - number; }
 
 } // namespace
 
-Testbed::Testbed(int count) : Testbed(DeviceDescription::ptzCameras(count)) { }
+Testbed::Testbed(int cameras) : Testbed(DeviceDescription::ptzCameras(cameras)) { }
 
 Testbed::Testbed(std::vector<DeviceDescription> devices, Clock clock, std::unique_ptr<Bus> bus)
     : m_log(std::make_shared<RequestLog>(clock ? clock : steadyClock()))

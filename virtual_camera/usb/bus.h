@@ -16,8 +16,8 @@ public:
     /// What the kernel knows of a device.
     struct Plug
     {
-        int address; ///< 1 to 127, no two at a time alike
-        int port;    ///< of the hub
+        int address = 0; ///< 1 to 127, no two at a time alike
+        int port = 0;    ///< of the hub
         /// The names in /sys; they may be longer than the descriptors.
         std::string manufacturer;
         std::string product;

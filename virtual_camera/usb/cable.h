@@ -74,8 +74,8 @@ public:
 private:
     struct Waiting
     {
-        std::uint64_t ticket;
-        int file;
+        std::uint64_t ticket = 0;
+        int file = 0;
         ControlRequest request;
         std::chrono::microseconds submitted;
     };

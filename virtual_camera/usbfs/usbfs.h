@@ -93,7 +93,7 @@ private:
     int perform(int file, const ControlRequest &request);
     void cancelTransfers(unsigned interfaceNumber);
     static void settle(Urb &urb, Cable::Answered answer);
-    static void moveToDone(File &file, std::deque<Urb>::iterator urb, int status);
+    static void moveToDone(File &file, const std::deque<Urb>::iterator &urb, int status);
 
     const std::shared_ptr<Cable> m_cable;
     const std::string m_driver;
