@@ -26,12 +26,6 @@ public:
         return QAccessibleWidget::interface_cast(type);
     }
 
-    QString text(QAccessible::Text kind) const override
-    {
-        return kind == QAccessible::Value ? QString::number(slider()->value())
-                                          : QAccessibleWidget::text(kind);
-    }
-
     QVariant currentValue() const override { return slider()->value(); }
     QVariant minimumValue() const override { return slider()->minimum(); }
     QVariant maximumValue() const override { return slider()->maximum(); }

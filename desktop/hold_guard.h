@@ -41,7 +41,7 @@ public:
 class HoldGuard : public QObject
 {
 public:
-    /// A press of one of the `interrupters` first releases everything, before it does its work.
+    /// A click on one of the `interrupters` releases everything before it does its work.
     HoldGuard(QWidget &window, const std::vector<QAbstractButton *> &interrupters);
 
     /// Releases everything that is held.

@@ -1,7 +1,7 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// What is held is let go, in whatever way its end comes.
+// What is held is released, however its hold ends.
 
 #include "desktop/hold_guard.h"
 
@@ -63,7 +63,7 @@ protected:
 // Keys
 // ------------------------------------------------------------------------------------------------
 
-TEST_F(Hold, RepeatedKeySendsNoStopBeforeItIsLetGo)
+TEST_F(Hold, RepeatedKeySendsNoStopBeforeItIsReleased)
 {
     press(Qt::Key_Left);
     for (int repeats = 0; repeats < 3; ++repeats)
@@ -73,17 +73,17 @@ TEST_F(Hold, RepeatedKeySendsNoStopBeforeItIsLetGo)
     EXPECT_EQ(sent(), leftReleased);
 }
 
-TEST_F(Hold, KeyIsLetGoWhenTheWindowLosesTheKeyboard)
+TEST_F(Hold, KeyIsReleasedWhenTheWindowLosesTheKeyboard)
 {
     press(Qt::Key_Left);
     forgetSent();
     loseKeyboard();
     EXPECT_EQ(sent(), leftReleased);
     loseKeyboard();
-    EXPECT_EQ(sent(), Requests()) << "let go once";
+    EXPECT_EQ(sent(), Requests()) << "released once";
 }
 
-TEST_F(Hold, EveryHeldKeyIsLetGo)
+TEST_F(Hold, EveryHeldKeyIsReleased)
 {
     press(Qt::Key_Left);
     press(Qt::Key_Up);
@@ -99,7 +99,7 @@ TEST_F(Hold, EveryHeldKeyIsLetGo)
     EXPECT_EQ(std::count(stops.begin(), stops.end(), zoomStop), 2);
 }
 
-TEST_F(Hold, KeyIsLetGoWhenTheWindowIsHidden)
+TEST_F(Hold, KeyIsReleasedWhenTheWindowIsHidden)
 {
     press(Qt::Key_Left);
     forgetSent();
@@ -118,7 +118,7 @@ TEST_F(Hold, RepeatAfterTheKeyboardWasLostIsNotAHoldAnew)
     EXPECT_EQ(sent(), leftReleased);
 }
 
-TEST_F(Hold, KeyIsLetGoBeforeAnotherCameraIsOpened)
+TEST_F(Hold, KeyIsReleasedBeforeAnotherCameraIsOpened)
 {
     press(Qt::Key_Left);
     forgetSent();
@@ -128,7 +128,7 @@ TEST_F(Hold, KeyIsLetGoBeforeAnotherCameraIsOpened)
     EXPECT_EQ(sent().size(), leftReleased.size()) << "the real release goes through";
 }
 
-TEST_F(Hold, KeyThatIsLetGoInAListStopsTheCamera)
+TEST_F(Hold, KeyThatIsReleasedInAListStopsTheCamera)
 {
     press(Qt::Key_Left);
     forgetSent();
@@ -139,7 +139,7 @@ TEST_F(Hold, KeyThatIsLetGoInAListStopsTheCamera)
     QCoreApplication::sendEvent(list->focusWidget() ? list->focusWidget() : list, &event);
     EXPECT_EQ(sent(), leftReleased);
     loseKeyboard();
-    EXPECT_EQ(sent(), Requests()) << "let go once";
+    EXPECT_EQ(sent(), Requests()) << "released once";
     form().cb_fliker->hidePopup();
 }
 
@@ -154,7 +154,7 @@ TEST_F(Hold, NothingHeldNothingSent)
     EXPECT_EQ(sent(), Requests());
 }
 
-TEST_F(Hold, KeyThatChangesItsMeaningIsLetGoUnderItsOldOneToo)
+TEST_F(Hold, KeyThatChangesItsMeaningIsReleasedUnderItsOldOne)
 {
     constexpr quint32 place = 28;
     press(Qt::Key_T, place);
@@ -229,7 +229,7 @@ TEST_F(Hold, KeysOfOtherWindowsReachThemAndAreNotHeld)
 // Mouse
 // -----------------------------------------------------------------------------------------------
 
-TEST_F(Hold, JoystickIsLetGoWhenTheWindowIsHidden)
+TEST_F(Hold, JoystickIsReleasedWhenTheWindowIsHidden)
 {
     RockerHandle *const joystick = form().widget;
     mouse::press(joystick, { 116, 58 });
@@ -239,10 +239,10 @@ TEST_F(Hold, JoystickIsLetGoWhenTheWindowIsHidden)
     EXPECT_EQ(sent(), (Requests{ stop, stop, stop, stop }));
     window->show();
     window->hide();
-    EXPECT_EQ(sent(), Requests()) << "let go once";
+    EXPECT_EQ(sent(), Requests()) << "released once";
 }
 
-TEST_F(Hold, LensSliderIsLetGoWhenTheWindowIsHidden)
+TEST_F(Hold, LensSliderIsReleasedWhenTheWindowIsHidden)
 {
     slider_mouse::grab(form().slider_zoom);
     slider_mouse::dragTo(form().slider_zoom, 90);
@@ -253,7 +253,7 @@ TEST_F(Hold, LensSliderIsLetGoWhenTheWindowIsHidden)
     EXPECT_FALSE(form().slider_zoom->isSliderDown());
 }
 
-TEST_F(Hold, SecondPressOfADoubleClickIsLetGoTooWhenTheWindowIsHidden)
+TEST_F(Hold, SecondPressOfADoubleClickIsReleasedTooWhenTheWindowIsHidden)
 {
     RockerHandle *const joystick = form().widget;
     mouse::press(joystick, { 116, 58 });
@@ -279,7 +279,7 @@ TEST_F(Hold, SecondMouseButtonDoesNotHideTheFirst)
     EXPECT_EQ(sent(), (Requests{ zoomStop, zoomStop }));
 }
 
-TEST_F(Hold, ButtonIsLetGoWithoutBeingClicked)
+TEST_F(Hold, ButtonIsReleasedWithoutBeingClicked)
 {
     mouse::press(form().btn_home, { 10, 10 });
     EXPECT_TRUE(form().btn_home->isDown());
@@ -296,7 +296,7 @@ TEST_F(Hold, WindowDragEndsWhenTheWindowIsHidden)
     EXPECT_FALSE(Probe::dragging(*window));
 }
 
-TEST_F(Hold, MouseThatWasLetGoIsNotLetGoAgain)
+TEST_F(Hold, MouseThatWasReleasedIsNotReleasedAgain)
 {
     RockerHandle *const joystick = form().widget;
     mouse::press(joystick, { 58, 58 });
@@ -322,7 +322,7 @@ TEST_F(Hold, MouseStaysHeldWhenOnlyTheKeyboardIsLost)
 // The guard's own life
 // --------------------------------------------------------------------------------
 
-TEST_F(Hold, EverythingIsLetGoOnDemand)
+TEST_F(Hold, EverythingIsReleasedOnDemand)
 {
     press(Qt::Key_Left);
     slider_mouse::grab(form().slider_zoom);
@@ -351,7 +351,7 @@ TEST_F(Hold, WithoutTheGuardRepeatsStutter)
     repeat(Qt::Key_Left);
     EXPECT_EQ(sent(), Requests{ left } + leftReleased + Requests{ left });
     loseKeyboard();
-    EXPECT_EQ(sent(), Requests()) << "and nothing is let go";
+    EXPECT_EQ(sent(), Requests()) << "and nothing is released";
 }
 
 } // namespace

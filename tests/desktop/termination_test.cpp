@@ -1,7 +1,7 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// The panel is ended from outside: what is held is let go, and the ending is the signal's own.
+// The panel is ended from outside: what is held is released, and the signal ends the process.
 
 #include <QProcess>
 #include <QTest>
