@@ -15,7 +15,9 @@
 
 namespace {
 
-TEST_F(JoystickTest, GroundIsFullyTransparentInEveryColourGroup)
+using JoystickPicture = JoystickTest;
+
+TEST_F(JoystickPicture, GroundIsFullyTransparentInEveryColourGroup)
 {
     for (const auto group : { QPalette::Active, QPalette::Inactive, QPalette::Disabled }) {
         const QBrush brush = joystick.palette().brush(group, QPalette::Window);
@@ -28,7 +30,7 @@ TEST_F(JoystickTest, GroundIsFullyTransparentInEveryColourGroup)
 }
 
 // Flat gray inside of a circle of radius 22, untouched outside, and mixed at the edge.
-TEST_F(JoystickTest, PaintsOneFlatGrayDiscWithASmoothEdgeWhereItReportsIt)
+TEST_F(JoystickPicture, PaintsOneFlatGrayDiscWithASmoothEdgeWhereItReportsIt)
 {
     const QColor ground(Qt::blue);
     const struct
