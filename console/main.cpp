@@ -17,19 +17,13 @@ int main(int argc, char *argv[])
     desktop::prepareEnvironment();
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
     QApplication application(argc, argv);
-    const bool scaled = desktop::scaleFactor() > 1;
-    if (scaled)
-        registerScaledPictures();
     desktop::exposeSliders();
     MainWindow window;
     const Ui::MainWindow &form = window.widgets();
-    if (scaled) {
-        drawBackgroundSharply(*form.Win_Left, QStringLiteral(":/img/background.png"));
-        drawBackgroundSharply(*form.Win_Right, QStringLiteral(":/img/setting_background.png"));
-    }
+    fitPictures(*form.Win_Left, *form.Win_Right);
+    desktop::labelChoice(*form.cb_fliker);
     desktop::HoldGuard guard(
         window, { form.btn_cam1, form.btn_cam2, form.btn_cam3, form.btn_cam4, form.btn_cam5 });
-    desktop::labelChoice(*form.cb_fliker);
     const desktop::Termination termination([&guard] { guard.releaseAll(); });
     window.setFocus();
     window.show();

@@ -21,7 +21,7 @@ namespace desktop {
 
 namespace {
 
-// Whatever else the toolkit lets change the logical resolution is switched off with it.
+// Each of these can change the logical resolution by itself or with QT_SCREEN_SCALE_FACTORS.
 void fixLogicalResolution()
 {
     qputenv("QT_FONT_DPI", "72");
@@ -78,8 +78,6 @@ void prepareEnvironment()
     fixLogicalResolution();
     fitX11();
 }
-
-qreal scaleFactor() { return qGuiApp->devicePixelRatio(); }
 
 #ifdef PTZ_HAVE_X11
 

@@ -18,16 +18,13 @@ namespace desktop {
 /// - No OpenGL, with which nothing here draws, unless the user has chosen an integration.
 void prepareEnvironment();
 
-/// Device pixels per pixel of the panel. Call once the application object is there.
-qreal scaleFactor();
-
-/// Asks the X server to repeat a held key as press, press, press, and one release at the end,
-/// instead of release and press. The toolkit takes such a release for a real one when it looks
-/// before the press behind it has arrived. True when every release is a real one from now on, even
-/// one that the toolkit marks as a repeat.
+/// Turns on the X server's detectable auto-repeat: a held key repeats as presses alone, with one
+/// release at the end. Otherwise each repeat is a release and a press, and the toolkit takes the
+/// release for a real one if the press has not arrived yet. Returns whether it is on; every release
+/// is then a real one, even if the toolkit marks it as a repeat.
 bool detectAutoRepeat();
 
-/// Whether the key of that X keycode is down at this moment; true where no X server can tell.
+/// Whether the X server has this keycode down now; true without an X server.
 bool isKeyDown(quint32 keycode);
 
 } // namespace desktop
