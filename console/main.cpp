@@ -22,8 +22,9 @@ int main(int argc, char *argv[])
     const Ui::MainWindow &form = window.widgets();
     fitPictures(*form.Win_Left, *form.Win_Right);
     desktop::labelChoice(*form.cb_fliker);
-    desktop::HoldGuard guard(
-        window, { form.btn_cam1, form.btn_cam2, form.btn_cam3, form.btn_cam4, form.btn_cam5 });
+    desktop::HoldGuard guard(window,
+        { form.btn_cam1, form.btn_cam2, form.btn_cam3, form.btn_cam4, form.btn_cam5 },
+        { form.slider_zoom, form.slider_focus });
     const desktop::Termination termination([&guard] { guard.releaseAll(); });
     window.setFocus();
     window.show();

@@ -5,10 +5,11 @@
 
 #include <QAccessibleWidget>
 #include <QComboBox>
-#include <QCoreApplication>
 #include <QLabel>
+#include <QSlider>
+#include <QTimer>
 
-#include "desktop/hold_guard.h"
+#include <chrono>
 
 namespace desktop {
 
@@ -17,7 +18,15 @@ namespace {
 class AccessibleSlider : public QAccessibleWidget, public QAccessibleValueInterface
 {
 public:
-    explicit AccessibleSlider(QSlider *slider) : QAccessibleWidget(slider, QAccessible::Slider) { }
+    explicit AccessibleSlider(QSlider *slider) : QAccessibleWidget(slider, QAccessible::Slider)
+    {
+        pushEnd.setSingleShot(true);
+        QObject::connect(&pushEnd, &QTimer::timeout, slider, [slider] {
+            if (!slider->isSliderDown()) // otherwise the mouse has taken over
+                emit slider->sliderReleased();
+        });
+        QObject::connect(slider, &QSlider::sliderReleased, &pushEnd, &QTimer::stop);
+    }
 
     void *interface_cast(QAccessible::InterfaceType type) override
     {
@@ -33,12 +42,21 @@ public:
 
     void setCurrentValue(const QVariant &value) override
     {
-        NudgeEvent nudge(value.toInt());
-        QCoreApplication::sendEvent(slider(), &nudge);
+        using namespace std::chrono_literals;
+        if (!slider()->isEnabled() || slider()->isSliderDown())
+            return;
+        const int before = slider()->value();
+        slider()->setValue(value.toInt());
+        if (slider()->value() == before)
+            return;
+        emit slider()->sliderMoved(slider()->value());
+        pushEnd.start(200ms);
     }
 
 private:
     QSlider *slider() const { return static_cast<QSlider *>(widget()); }
+
+    QTimer pushEnd;
 };
 
 QAccessibleInterface *makeInterface(const QString & /*className*/, QObject *object)

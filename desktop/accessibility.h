@@ -8,9 +8,10 @@ class QComboBox;
 
 namespace desktop {
 
-/// Has assistive programs nudge sliders, see hold_guard.h. The toolkit's own way changes the value
-/// behind everyone's back: a lens would start and never stop, and a setting would not reach the
-/// camera. Call before the first slider is made: interfaces are kept.
+/// Lets assistive programs move a slider as a short push with the mouse does: sliderMoved, and
+/// sliderReleased a fifth of a second after the last step. The toolkit's own interface only sets
+/// the value: a lens would start and never stop, and a setting would not be sent. Call before the
+/// first slider is made: interfaces are kept.
 void exposeSliders();
 
 /// Gives a combo box a hidden label with its accessible name. On X11 and Wayland the toolkit

@@ -26,15 +26,16 @@ quint32 placeOf(const QKeyEvent &event)
 
 } // namespace
 
-HoldGuard::HoldGuard(QWidget &guarded, const std::vector<QAbstractButton *> &interrupters)
+HoldGuard::HoldGuard(QWidget &guarded, const std::vector<QAbstractButton *> &interrupters,
+    const std::vector<QSlider *> &springs)
     : window(guarded), everyReleaseIsReal(detectAutoRepeat())
 {
-    using namespace std::chrono_literals;
-    nudgeEnd.setSingleShot(true);
-    nudgeEnd.setInterval(200ms);
-    connect(&nudgeEnd, &QTimer::timeout, this, &HoldGuard::endNudge);
     for (const QAbstractButton *const button : interrupters)
         connect(button, &QAbstractButton::released, this, &HoldGuard::releaseAll);
+    for (QSlider *const slider : springs) {
+        connect(slider, &QSlider::sliderMoved, this, [=] { movedSliders.insert(slider); });
+        connect(slider, &QSlider::sliderReleased, this, [=] { movedSliders.remove(slider); });
+    }
     QCoreApplication::instance()->installEventFilter(this);
 }
 
@@ -42,8 +43,6 @@ bool HoldGuard::eventFilter(QObject *watched, QEvent *event)
 {
     auto *const widget = qobject_cast<QWidget *>(watched);
     const bool ours = widget && widget->window() == &window;
-    if (event->type() == NudgeEvent::type)
-        nudge(qobject_cast<QSlider *>(watched), static_cast<NudgeEvent *>(event)->value);
     switch (event->type()) {
     case QEvent::KeyPress:
         // What a focused button takes for itself never gets here.
@@ -110,30 +109,6 @@ void HoldGuard::noteButton(QWidget *widget, const QMouseEvent &press)
     pressedButton = press.button();
 }
 
-void HoldGuard::nudge(QSlider *slider, int value)
-{
-    // A hand on the handle wins.
-    if (!slider || !slider->isEnabled() || slider->isSliderDown())
-        return;
-    if (nudged != slider)
-        endNudge();
-    const int before = slider->value();
-    slider->setValue(value);
-    if (slider->value() == before)
-        return;
-    emit slider->sliderMoved(slider->value());
-    nudged = slider;
-    nudgeEnd.start();
-}
-
-void HoldGuard::endNudge()
-{
-    nudgeEnd.stop();
-    QSlider *const slider = std::exchange(nudged, nullptr);
-    if (slider && !slider->isSliderDown())
-        emit slider->sliderReleased();
-}
-
 void HoldGuard::sendRelease(int key)
 {
     QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier);
@@ -162,7 +137,8 @@ void HoldGuard::releaseAll()
 {
     releaseKeys();
     releaseButton();
-    endNudge();
+    for (QSlider *const slider : std::exchange(movedSliders, {}))
+        emit slider->sliderReleased();
 }
 
 } // namespace desktop

@@ -71,7 +71,7 @@ TEST_F(SettingsPanel, SettingButtonBeforeACameraIsThereDisablesItForGood)
     QSlider *const contrast = form().slider_contrast;
     slider_mouse::grab(contrast);
     slider_mouse::dragTo(contrast, 80);
-    slider_mouse::letGo(contrast);
+    slider_mouse::release(contrast);
     click(form().btn_default);
     click(form().btn_ok);
     click(flickerChoice());
@@ -135,7 +135,7 @@ TEST_P(SettingsSlider, GrabbedAndDraggedSendsEachStepInModeOneAndIsNotedInAll)
             slider_mouse::dragTo(handle, value);
             expectSent(value);
         }
-        slider_mouse::letGo(handle);
+        slider_mouse::release(handle);
         EXPECT_EQ(handle->value(), 30) << "it does not spring back";
         EXPECT_EQ(sent(), Requests());
     }
@@ -256,7 +256,7 @@ TEST_F(SettingsDefault, NextGrabUpdatesTheCurrentValue)
     for (const ImageProperty &row : imageProperties()) {
         const int def = static_cast<int>(rangeOf(row).def);
         slider_mouse::grab(slider(row));
-        slider_mouse::letGo(slider(row));
+        slider_mouse::release(slider(row));
         EXPECT_EQ(row.cur, def) << row.name;
         EXPECT_EQ(sent(), Requests{ row.written(def) });
     }

@@ -87,7 +87,7 @@ TEST_P(LensSlider, DraggedByItsHandleSendsOneStartForEachChange)
     for (const int value : { 30, 12 })
         slider_mouse::dragTo(slider, value);
     EXPECT_EQ(sent(), Requests(3, lens().above) + Requests(2, lens().below));
-    slider_mouse::letGo(slider);
+    slider_mouse::release(slider);
     EXPECT_EQ(slider->value(), 45);
     EXPECT_EQ(sent(), Requests(2, lens().stop));
 }
@@ -105,7 +105,7 @@ TEST_F(LensModes, FocusSliderMovesInManualFocusOnlyWhicheverCameraIsChosen)
         slider_mouse::grab(slider);
         slider_mouse::dragTo(slider, 80);
         EXPECT_EQ(slider->value(), manual ? 80 : 45);
-        slider_mouse::letGo(slider);
+        slider_mouse::release(slider);
         if (!manual)
             click(form().btn_af);
         click(form().btn_cam2);

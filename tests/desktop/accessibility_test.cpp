@@ -28,8 +28,9 @@ protected:
             startOnRanges(cameras);
         else
             start(0);
-        guard = std::make_unique<desktop::HoldGuard>(
-            *window, std::vector<QAbstractButton *>{ form().btn_cam1, form().btn_cam2 });
+        guard = std::make_unique<desktop::HoldGuard>(*window,
+            std::vector<QAbstractButton *>{ form().btn_cam1, form().btn_cam2 },
+            std::vector<QSlider *>{ form().slider_zoom, form().slider_focus });
     }
 
     static QAccessibleValueInterface *exposed(QSlider *slider)
@@ -120,14 +121,25 @@ TEST_F(Accessibility, LensWithoutACameraSpringsBackAndSendsNothing)
     EXPECT_EQ(sent(), Requests());
 }
 
-TEST_F(Accessibility, NudgeOfASecondSliderEndsTheFirst)
+TEST_F(Accessibility, EachSliderIsReleasedByItself)
 {
     startFitted(1);
     openPanel();
     set(zoom(), 80);
-    forgetSent();
     set(form().slider_gamma, 55);
-    EXPECT_EQ(sent(), (Requests{ zoomStop, zoomStop, "gamma 55" }));
+    EXPECT_EQ(sent(), (Requests{ tele, "gamma 55" }));
+    ASSERT_TRUE(springsBack(zoom()));
+    EXPECT_EQ(sent(), Requests(2, zoomStop));
+}
+
+TEST_F(Accessibility, LensLeftByTheWheelIsNotHeld)
+{
+    startFitted(1);
+    zoom()->setValue(80); // as the wheel does: the slider is neither pressed nor released
+    forgetSent();
+    guard->releaseAll();
+    EXPECT_EQ(sent(), Requests());
+    EXPECT_EQ(zoom()->value(), 80);
 }
 
 TEST_F(Accessibility, HandOnTheHandleWins)
@@ -141,7 +153,7 @@ TEST_F(Accessibility, HandOnTheHandleWins)
     QTest::qWait(400); // twice as long as a nudge
     EXPECT_EQ(zoom()->value(), 90);
     EXPECT_EQ(sent(), Requests());
-    slider_mouse::letGo(zoom());
+    slider_mouse::release(zoom());
     EXPECT_EQ(sent(), Requests(2, zoomStop));
 }
 
@@ -195,7 +207,7 @@ TEST_F(Accessibility, MouseOnASliderIsLeftToTheToolkit)
         forgetSent();
         slider_mouse::dragTo(slider(row), 70);
         EXPECT_EQ(sent(), Requests{ row.written(70) });
-        slider_mouse::letGo(slider(row));
+        slider_mouse::release(slider(row));
     }
     mouse::press(zoom(), slider_mouse::handleAt(zoom(), 80), Qt::MiddleButton);
     mouse::release(zoom(), slider_mouse::handleAt(zoom(), 80), Qt::MiddleButton);

@@ -33,7 +33,7 @@ int main(int argc, char *argv[])
     desktop::prepareEnvironment();
     QApplication application(argc, argv);
     MainWindow window;
-    desktop::HoldGuard guard(window, {});
+    desktop::HoldGuard guard(window, {}, {});
     const desktop::Termination termination([&guard] { guard.releaseAll(); });
     window.show();
     QTimer watch;

@@ -33,8 +33,9 @@ protected:
     Hold()
     {
         start(2);
-        guard = std::make_unique<desktop::HoldGuard>(
-            *window, std::vector<QAbstractButton *>{ form().btn_cam1, form().btn_cam2 });
+        guard = std::make_unique<desktop::HoldGuard>(*window,
+            std::vector<QAbstractButton *>{ form().btn_cam1, form().btn_cam2 },
+            std::vector<QSlider *>{ form().slider_zoom, form().slider_focus });
         window->setFocus();
     }
 
@@ -107,7 +108,7 @@ TEST_F(Hold, KeyIsReleasedWhenTheWindowIsHidden)
     EXPECT_EQ(sent(), leftReleased);
 }
 
-TEST_F(Hold, RepeatAfterTheKeyboardWasLostIsNotAHoldAnew)
+TEST_F(Hold, RepeatAfterFocusReturnsIsHeldAgain)
 {
     press(Qt::Key_Left);
     loseKeyboard();
@@ -165,7 +166,7 @@ TEST_F(Hold, KeyThatChangesItsMeaningIsReleasedUnderItsOldOne)
     EXPECT_EQ(sent(), Requests());
 }
 
-TEST_F(Hold, KeysAreToldApartByTheirPlace)
+TEST_F(Hold, KeysAreDistinguishedByTheirPlace)
 {
     press(Qt::Key_Left, 113);
     press(Qt::Key_Left, 83); // on the keypad
@@ -315,7 +316,7 @@ TEST_F(Hold, MouseStaysHeldWhenOnlyTheKeyboardIsLost)
     loseKeyboard();
     EXPECT_EQ(sent(), Requests());
     EXPECT_EQ(form().slider_zoom->value(), 90);
-    slider_mouse::letGo(form().slider_zoom);
+    slider_mouse::release(form().slider_zoom);
     forgetSent();
 }
 
