@@ -1,9 +1,9 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// Two calls of libuvc's into libusb that must not reach it as they are. The executable's
-// definitions are found before libusb's. libuvc makes both on the thread that called it, which is
-// the GUI thread: its event thread only waits for libusb's events.
+// Two calls from libuvc that must not reach libusb unchanged: the executable's definitions take
+// precedence over libusb's. libuvc makes both on its caller's thread, the GUI thread; its event
+// thread only handles libusb's events.
 
 #include <libusb.h>
 
@@ -13,12 +13,12 @@
 
 namespace {
 
-constexpr unsigned longestAnswer = 5000; // ms; USB 2.0 allows a device no more
-constexpr unsigned patience = 1000;      // ms; for a camera that has used that up
+constexpr unsigned firstLimit = 5000; // ms; the longest that USB 2.0 allows a device
+constexpr unsigned hungLimit = 1000;  // ms; for a camera whose last request timed out
 
-// Cameras that let their last request time out. A camera that is opened again is the same device
-// with another handle; one that is plugged in again is another device, and cannot get the address
-// of a device that is kept here.
+// Cameras whose last request timed out. A camera that is reopened is the same device with another
+// handle. One that is plugged in again is another device, whose address cannot be one of these: they
+// are referenced.
 std::set<libusb_device *> &hungCameras()
 {
     static std::set<libusb_device *> devices;
@@ -38,8 +38,8 @@ void noteAnswer(libusb_device *camera, int result)
 
 #define EXPORTED extern "C" __attribute__((visibility("default")))
 
-/// libuvc sets no time limit (0), so a camera that hangs would block its caller for ever. libusb's
-/// own requests come with limits and keep them.
+/// libuvc sets no time limit (0), so a camera that hangs would block its caller for ever. Limits that
+/// are set, as in libusb's own requests, are kept.
 EXPORTED int LIBUSB_CALL libusb_control_transfer(libusb_device_handle *dev_handle,
     uint8_t request_type, uint8_t bRequest, uint16_t wValue, uint16_t wIndex, unsigned char *data,
     uint16_t wLength, unsigned timeout)
@@ -51,18 +51,18 @@ EXPORTED int LIBUSB_CALL libusb_control_transfer(libusb_device_handle *dev_handl
             dev_handle, request_type, bRequest, wValue, wIndex, data, wLength, timeout);
 
     libusb_device *const camera = libusb_get_device(dev_handle);
-    timeout = hungCameras().count(camera) != 0 ? patience : longestAnswer;
+    timeout = hungCameras().count(camera) != 0 ? hungLimit : firstLimit;
     const int result =
         libusbsOwn(dev_handle, request_type, bRequest, wValue, wIndex, data, wLength, timeout);
     noteAnswer(camera, result);
     return result;
 }
 
-/// libuvc ends every close by setting the control interface back to its only setting, 0. With the
-/// camera unplugged, libusb 1.0.25 and 1.0.26 then unlock a mutex that they never locked, and
-/// libusb_close aborts. There is nothing to set back: no other setting is ever chosen.
+/// Every uvc_close selects alternate setting 0 of the control interface, the only one it has. With
+/// the camera unplugged, libusb 1.0.25 and 1.0.26 then unlock a mutex that they never locked, and
+/// libusb_close aborts. No other setting is ever chosen, so nothing needs to be done.
 EXPORTED int LIBUSB_CALL libusb_set_interface_alt_setting(
-    libusb_device_handle * /*handle*/, int /*interface*/, int setting)
+    libusb_device_handle * /*handle*/, int /*interface*/, int /*setting*/)
 {
-    return setting == 0 ? LIBUSB_SUCCESS : LIBUSB_ERROR_NOT_SUPPORTED;
+    return LIBUSB_SUCCESS;
 }
