@@ -6,6 +6,8 @@
 
 #include "console/main_window.h"
 
+#include <QStringList>
+
 #include <array>
 
 #include "console/console_state.h"
@@ -27,43 +29,42 @@ struct MainWindow::ImageProperty
     int &def;
     int &step;
 
-    static const ImageProperty backlight;
-    static const ImageProperty gamma;
-    static const ImageProperty contrast;
-    static const ImageProperty saturation;
-    static const ImageProperty brightness;
-    static const ImageProperty sharpness;
-    static const ImageProperty whiteBalance;
-
-    // In the order in which the panel is filled.
-    static const std::array<const ImageProperty *, 7> rows;
+    static const std::array<ImageProperty, 7> rows;
 };
 
-const MainWindow::ImageProperty MainWindow::ImageProperty::backlight = { PropertyBacklight,
-    &Form::slider_blc, &Form::v_blc, &BaseDevice::SetBLC, //
-    cur_blc, min_blc, max_blc, default_blc, step_blc };
-const MainWindow::ImageProperty MainWindow::ImageProperty::gamma = { PropertyGamma,
-    &Form::slider_gamma, &Form::v_gamma, &BaseDevice::SetGamma, //
-    cur_gamma, min_gamma, max_gamma, default_gamma, step_gamma };
-const MainWindow::ImageProperty MainWindow::ImageProperty::contrast = { PropertyContrast,
-    &Form::slider_contrast, &Form::v_contrast, &BaseDevice::SetContrast, //
-    cur_contrast, min_contrast, max_contrast, default_contrast, step_contrast };
-const MainWindow::ImageProperty MainWindow::ImageProperty::saturation = { PropertySaturation,
-    &Form::slider_saturation, &Form::v_saturation, &BaseDevice::SetSaturation, //
-    cur_saturation, min_saturation, max_saturation, default_saturation, step_saturation };
-const MainWindow::ImageProperty MainWindow::ImageProperty::brightness = { PropertyBrightness,
-    &Form::slider_brightness, &Form::v_brightness, &BaseDevice::SetBrightness, //
-    cur_brightness, min_brightness, max_brightness, default_brightness, step_brightness };
-const MainWindow::ImageProperty MainWindow::ImageProperty::sharpness = { PropertySharpness,
-    &Form::slider_sharpness, &Form::v_sharpness, &BaseDevice::SetSharpness, //
-    cur_sharpness, min_sharpness, max_sharpness, default_sharpness, step_sharpness };
-const MainWindow::ImageProperty MainWindow::ImageProperty::whiteBalance = { PropertyWhiteBalance,
-    &Form::slider_wb, &Form::v_wb, &BaseDevice::SetWhiteBalance, //
-    cur_wb, min_wb, max_wb, default_wb, step_wb };
+namespace {
 
-const std::array<const MainWindow::ImageProperty *, 7> MainWindow::ImageProperty::rows = {
-    &backlight, &gamma, &contrast, &saturation, &brightness, &sharpness, &whiteBalance
+// In the order in which the panel is filled.
+enum Row : std::size_t {
+    Backlight,
+    Gamma,
+    Contrast,
+    Saturation,
+    Brightness,
+    Sharpness,
+    WhiteBalance
 };
+
+} // namespace
+
+const std::array<MainWindow::ImageProperty, 7> MainWindow::ImageProperty::rows = { {
+    { PropertyBacklight, &Form::slider_blc, &Form::v_blc, &BaseDevice::SetBLC, //
+        cur_blc, min_blc, max_blc, default_blc, step_blc },
+    { PropertyGamma, &Form::slider_gamma, &Form::v_gamma, &BaseDevice::SetGamma, //
+        cur_gamma, min_gamma, max_gamma, default_gamma, step_gamma },
+    { PropertyContrast, &Form::slider_contrast, &Form::v_contrast, &BaseDevice::SetContrast,
+        cur_contrast, min_contrast, max_contrast, default_contrast, step_contrast },
+    { PropertySaturation, &Form::slider_saturation, &Form::v_saturation,
+        &BaseDevice::SetSaturation, //
+        cur_saturation, min_saturation, max_saturation, default_saturation, step_saturation },
+    { PropertyBrightness, &Form::slider_brightness, &Form::v_brightness,
+        &BaseDevice::SetBrightness, //
+        cur_brightness, min_brightness, max_brightness, default_brightness, step_brightness },
+    { PropertySharpness, &Form::slider_sharpness, &Form::v_sharpness, &BaseDevice::SetSharpness,
+        cur_sharpness, min_sharpness, max_sharpness, default_sharpness, step_sharpness },
+    { PropertyWhiteBalance, &Form::slider_wb, &Form::v_wb, &BaseDevice::SetWhiteBalance, //
+        cur_wb, min_wb, max_wb, default_wb, step_wb },
+} };
 
 void MainWindow::on_btn_setting_clicked()
 {
@@ -87,13 +88,13 @@ void MainWindow::on_btn_ok_clicked()
 
 void MainWindow::takeRanges()
 {
-    for (const ImageProperty *const row : ImageProperty::rows) {
-        const PropertyRecord &record = device->props.at(row->id);
-        row->cur = static_cast<int>(record.cur);
-        row->min = static_cast<int>(record.min);
-        row->max = static_cast<int>(record.max);
-        row->def = static_cast<int>(record.def);
-        row->step = 0; // not the record's: a click beside the handle must not move the slider
+    for (const ImageProperty &row : ImageProperty::rows) {
+        const PropertyRecord &record = device->props.at(row.id);
+        row.cur = static_cast<int>(record.cur);
+        row.min = static_cast<int>(record.min);
+        row.max = static_cast<int>(record.max);
+        row.def = static_cast<int>(record.def);
+        row.step = 0; // not the record's. Page step 0: a left click in the groove does nothing
     }
     const PropertyRecord &flicker = device->props.at(PropertyFlicker);
     cur_fliker = static_cast<int>(flicker.cur);
@@ -106,22 +107,22 @@ void MainWindow::takeRanges()
 // camera its own value.
 void MainWindow::showRanges()
 {
-    for (const ImageProperty *const row : ImageProperty::rows) {
-        QSlider *const slider = form.get()->*row->slider;
+    for (const ImageProperty &row : ImageProperty::rows) {
+        QSlider *const slider = form.get()->*row.slider;
         // Saturation gets its value before its range. At the first load it is clamped to the 99 of
         // the form while the box beside it shows the camera's value; later loads find the range
         // set.
-        const bool valueFirst = row == &ImageProperty::saturation;
+        const bool valueFirst = row.id == PropertySaturation;
         if (valueFirst)
-            slider->setValue(row->cur);
-        slider->setMinimum(row->min);
-        slider->setMaximum(row->max);
-        slider->setPageStep(row->step);
+            slider->setValue(row.cur);
+        slider->setMinimum(row.min);
+        slider->setMaximum(row.max);
+        slider->setPageStep(row.step);
         if (!valueFirst)
-            slider->setValue(row->cur);
+            slider->setValue(row.cur);
     }
-    for (const ImageProperty *const row : ImageProperty::rows)
-        showValue(*row, row->cur);
+    for (const ImageProperty &row : ImageProperty::rows)
+        showValue(row, row.cur);
     form->cb_fliker->setCurrentIndex(cur_fliker);
 }
 
@@ -137,16 +138,18 @@ void MainWindow::sendValue(const ImageProperty &row, int value)
 }
 
 // Sends one request for each movement.
-void MainWindow::adjustProperty(const ImageProperty &row, int position)
+void MainWindow::adjust(std::size_t index, int position)
 {
+    const ImageProperty &row = ImageProperty::rows.at(index);
     row.cur = position;
     showValue(row, position);
     sendValue(row, position);
 }
 
 // Pressing the handle sends the slider's value again, moved or not.
-void MainWindow::resendProperty(const ImageProperty &row)
+void MainWindow::resend(std::size_t index)
 {
+    const ImageProperty &row = ImageProperty::rows.at(index);
     QSlider *const slider = form.get()->*row.slider;
     row.cur = slider->value();
     slider->setValue(row.cur);
@@ -158,59 +161,31 @@ void MainWindow::resendProperty(const ImageProperty &row)
 void MainWindow::on_slider_wb_sliderMoved(int position)
 {
     cur_wb = position;
-    showValue(ImageProperty::whiteBalance, position);
+    showValue(ImageProperty::rows[WhiteBalance], position);
     cur_wb = position;
-    sendValue(ImageProperty::whiteBalance, position);
+    sendValue(ImageProperty::rows[WhiteBalance], position);
 }
 
-void MainWindow::on_slider_blc_sliderMoved(int position)
-{
-    adjustProperty(ImageProperty::backlight, position);
-}
+void MainWindow::on_slider_blc_sliderMoved(int position) { adjust(Backlight, position); }
+void MainWindow::on_slider_gamma_sliderMoved(int position) { adjust(Gamma, position); }
+void MainWindow::on_slider_contrast_sliderMoved(int position) { adjust(Contrast, position); }
+void MainWindow::on_slider_saturation_sliderMoved(int position) { adjust(Saturation, position); }
+void MainWindow::on_slider_brightness_sliderMoved(int position) { adjust(Brightness, position); }
+void MainWindow::on_slider_sharpness_sliderMoved(int position) { adjust(Sharpness, position); }
 
-void MainWindow::on_slider_gamma_sliderMoved(int position)
-{
-    adjustProperty(ImageProperty::gamma, position);
-}
-
-void MainWindow::on_slider_contrast_sliderMoved(int position)
-{
-    adjustProperty(ImageProperty::contrast, position);
-}
-
-void MainWindow::on_slider_saturation_sliderMoved(int position)
-{
-    adjustProperty(ImageProperty::saturation, position);
-}
-
-void MainWindow::on_slider_brightness_sliderMoved(int position)
-{
-    adjustProperty(ImageProperty::brightness, position);
-}
-
-void MainWindow::on_slider_sharpness_sliderMoved(int position)
-{
-    adjustProperty(ImageProperty::sharpness, position);
-}
-
-void MainWindow::on_slider_wb_sliderPressed() { resendProperty(ImageProperty::whiteBalance); }
-void MainWindow::on_slider_gamma_sliderPressed() { resendProperty(ImageProperty::gamma); }
-void MainWindow::on_slider_contrast_sliderPressed() { resendProperty(ImageProperty::contrast); }
-void MainWindow::on_slider_saturation_sliderPressed() { resendProperty(ImageProperty::saturation); }
-void MainWindow::on_slider_brightness_sliderPressed() { resendProperty(ImageProperty::brightness); }
-void MainWindow::on_slider_sharpness_sliderPressed() { resendProperty(ImageProperty::sharpness); }
-void MainWindow::on_slider_blc_sliderPressed() { resendProperty(ImageProperty::backlight); }
+void MainWindow::on_slider_wb_sliderPressed() { resend(WhiteBalance); }
+void MainWindow::on_slider_gamma_sliderPressed() { resend(Gamma); }
+void MainWindow::on_slider_contrast_sliderPressed() { resend(Contrast); }
+void MainWindow::on_slider_saturation_sliderPressed() { resend(Saturation); }
+void MainWindow::on_slider_brightness_sliderPressed() { resend(Brightness); }
+void MainWindow::on_slider_sharpness_sliderPressed() { resend(Sharpness); }
+void MainWindow::on_slider_blc_sliderPressed() { resend(Backlight); }
 
 void MainWindow::on_cb_fliker_currentTextChanged(const QString & /*arg1*/)
 {
-    const QString choice = form->cb_fliker->currentText();
-    int frequency = -1;
-    if (choice == QLatin1String("50HZ"))
-        frequency = 1;
-    else if (choice == QLatin1String("60HZ"))
-        frequency = 2;
-    else if (choice == QLatin1String("OFF"))
-        frequency = 0;
+    const QStringList byFrequency = { QStringLiteral("OFF"), QStringLiteral("50HZ"),
+        QStringLiteral("60HZ") }; // 0, 1 and 2 on the wire
+    const int frequency = byFrequency.indexOf(form->cb_fliker->currentText());
     if (frequency >= 0 && usb_mode == 1)
         device->SetFlicker(frequency);
 }
@@ -218,11 +193,11 @@ void MainWindow::on_cb_fliker_currentTextChanged(const QString & /*arg1*/)
 // Leaves the cur_ values as they are: the next press or drag of a slider updates its own.
 void MainWindow::on_btn_default_clicked()
 {
-    for (const ImageProperty *const row : ImageProperty::rows)
-        (form.get()->*row->slider)->setValue(row->def);
+    for (const ImageProperty &row : ImageProperty::rows)
+        (form.get()->*row.slider)->setValue(row.def);
     form->cb_fliker->setCurrentIndex(default_fliker);
-    for (const ImageProperty *const row : ImageProperty::rows)
-        showValue(*row, row->def);
+    for (const ImageProperty &row : ImageProperty::rows)
+        showValue(row, row.def);
     if (usb_mode != 1)
         return;
     device->SetWhiteBalance(default_wb);

@@ -204,8 +204,8 @@ private:
     void showRanges();
     void showValue(const ImageProperty &row, int value);
     void sendValue(const ImageProperty &row, int value);
-    void adjustProperty(const ImageProperty &row, int position);
-    void resendProperty(const ImageProperty &row);
+    void adjust(std::size_t index, int position);
+    void resend(std::size_t index);
 
     // window_chrome.cpp
     void recordPosition();
