@@ -29,8 +29,7 @@ struct MainWindow::Toggle
     static const Toggle mirror;
 };
 
-// The first click mutes, and the button starts with the muted face: it shows what the camera was
-// last told.
+// Starts with the muted face, so the first click changes only the camera.
 const MainWindow::Toggle MainWindow::Toggle::mute = { &MainWindow::muteState, //
     &BaseDevice::OpenMute, &BaseDevice::CloseMute,                            //
     &Form::btn_mute, style_sheets::muted, style_sheets::notMuted };

@@ -14,7 +14,7 @@
 
 namespace {
 
-// A key has no pressure: its speeds are fixed.
+// Fixed speeds.
 constexpr int keyPanSpeed = 21;
 constexpr int keyTiltSpeed = 14;
 constexpr int keyZoomSpeed = 1;

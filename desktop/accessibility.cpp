@@ -49,7 +49,7 @@ public:
         slider()->setValue(value.toInt());
         if (slider()->value() == before)
             return;
-        emit slider()->sliderMoved(slider()->value());
+        emit slider() -> sliderMoved(slider()->value());
         pushEnd.start(200ms);
     }
 

@@ -48,13 +48,13 @@ enum PropertyId : int {
 
 /// A camera. The window holds one pointer of this type and knows nothing of what stands behind it.
 ///
-/// Operations block until the camera has answered or its time is up, and return true when it took
-/// the request, false when the request failed or nothing was sent. Nothing is retried or logged.
-/// All run on the GUI thread.
+/// Operations block until the camera answers or the request times out. They return whether the
+/// request succeeded; false when nothing was sent. Nothing is retried or logged. All run on the GUI
+/// thread.
 ///
 /// The order of the virtual operations is the binary interface and is kept, and so is the absence
-/// of a virtual destructor: devices live until the process ends. The slot's number stands at the
-/// end of each line.
+/// of a virtual destructor: devices live until the process ends. The number at the end of each line
+/// is the operation's slot.
 ///
 /// Speeds are camera units, 1 to 255, higher is faster; the panel goes up to 21 in pan and 14 in
 /// tilt, and stays at 1 in zoom and focus. Only the low 8 bits reach the camera, so 256 arrives as
@@ -110,9 +110,9 @@ public:
 
     // ---- focus ----
 
-    /// Vendor command 7: the focus stays until it is moved.
+    /// Vendor command 7: manual focus.
     virtual bool SetFocusManual() = 0; // 10
-    /// Vendor command 6: the camera focuses by itself.
+    /// Vendor command 6: automatic focus.
     virtual bool SetFocusAuto() = 0; // 11
     /// Sends nothing; false.
     virtual bool SetFocusPush() = 0; // 12
@@ -151,7 +151,7 @@ public:
     virtual bool OpenPower() = 0; // 24
     /// Sends nothing; false.
     virtual bool ClosePower() = 0; // 25
-    /// Vendor command 5: the camera's sound off. Here on is the odd code, as with no other switch.
+    /// Vendor command 5: the camera's sound off. On is the higher code only here.
     virtual bool OpenMute() = 0; // 26
     /// Vendor command 4: the camera's sound on.
     virtual bool CloseMute() = 0; // 27
@@ -159,23 +159,23 @@ public:
     virtual bool OpenFlip() = 0; // 28
     /// Vendor command 3: picture upright.
     virtual bool CloseFlip() = 0; // 29
-    /// Vendor command 0: picture left to right.
+    /// Vendor command 0: mirrors the picture, left to right.
     virtual bool OpenMirror() = 0; // 30
-    /// Vendor command 1: picture as the camera sees it.
+    /// Vendor command 1: mirror off.
     virtual bool CloseMirror() = 0; // 31
-    /// Vendor command 10: the camera's on-screen menu.
+    /// Vendor command 10: shows the camera's on-screen menu.
     virtual bool OpenMenu() = 0; // 32
-    /// Vendor command 11: the menu goes.
+    /// Vendor command 11: hides the camera's on-screen menu.
     virtual bool CloseMenu() = 0; // 33
     /// Vendor command 8: the camera goes to its home position.
     virtual bool HomePosition() = 0; // 34
-    /// Vendor command 18: the picture stands still.
+    /// Vendor command 18: freezes the picture.
     virtual bool OpenFreeze() = 0; // 35
-    /// Vendor command 19: the picture moves again.
+    /// Vendor command 19: unfreezes the picture.
     virtual bool CloseFreeze() = 0; // 36
-    /// Vendor command 16: automatic framing.
+    /// Vendor command 16: automatic framing on.
     virtual bool OpenAI() = 0; // 37
-    /// Vendor command 17: no automatic framing.
+    /// Vendor command 17: automatic framing off.
     virtual bool CloseAI() = 0; // 38
 
     /// Sends the default of brightness, saturation and sharpness, in this order, from `props`.

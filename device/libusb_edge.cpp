@@ -17,8 +17,8 @@ constexpr unsigned firstLimit = 5000; // ms; the longest that USB 2.0 allows a d
 constexpr unsigned hungLimit = 1000;  // ms; for a camera whose last request timed out
 
 // Cameras whose last request timed out. A camera that is reopened is the same device with another
-// handle. One that is plugged in again is another device, whose address cannot be one of these: they
-// are referenced.
+// handle. One that is plugged in again is another device, whose address cannot be one of these:
+// they are referenced.
 std::set<libusb_device *> &hungCameras()
 {
     static std::set<libusb_device *> devices;
@@ -38,8 +38,8 @@ void noteAnswer(libusb_device *camera, int result)
 
 #define EXPORTED extern "C" __attribute__((visibility("default")))
 
-/// libuvc sets no time limit (0), so a camera that hangs would block its caller for ever. Limits that
-/// are set, as in libusb's own requests, are kept.
+/// libuvc sets no time limit (0), so a camera that hangs would block its caller for ever. Limits
+/// that are set, as in libusb's own requests, are kept.
 EXPORTED int LIBUSB_CALL libusb_control_transfer(libusb_device_handle *dev_handle,
     uint8_t request_type, uint8_t bRequest, uint16_t wValue, uint16_t wIndex, unsigned char *data,
     uint16_t wLength, unsigned timeout)

@@ -46,7 +46,7 @@ bool USBDevice::StopFocus() { return moveFocus(0, 0); }
 bool USBDevice::StartZoomTele(int speed) { return moveZoom(+1, speed); }
 bool USBDevice::StartZoomWide(int speed) { return moveZoom(-1, speed); }
 
-// The camera's contract wants a speed with the stop.
+// Speed 5 is required.
 bool USBDevice::StopZoom() { return moveZoom(0, 5); }
 
 bool USBDevice::GetZoom(long *out) { return get(devh, CameraTerminal, uvc_get_zoom_abs, out); }

@@ -3,7 +3,7 @@
 
 #include "device/uvc_edge.h"
 
-// Weak references: a libuvc without the two look-ups will do, its cameras then have every unit.
+// Weak references: without these look-ups in libuvc, every camera is assumed to have both units.
 #pragma weak uvc_get_camera_terminal
 #pragma weak uvc_get_processing_units
 

@@ -1,10 +1,10 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// libuvc checks nothing that it is handed, and ordinary use reaches its edges: a camera that may
-// not be opened but whose controls are used, one that was unplugged and is chosen again, a capture
-// stick that stands first. Whatever libuvc would turn into undefined behaviour becomes a negative
-// status here. What reaches a camera is not changed by it.
+// libuvc does not check its arguments, and ordinary use reaches its edges: the controls of a camera
+// that could not be opened, one that was unplugged and is chosen again, a capture stick that is
+// listed first. What would be undefined behaviour in libuvc becomes a negative status here. What
+// reaches a camera is unchanged.
 #pragma once
 
 #include <libuvc/libuvc.h>
@@ -14,13 +14,12 @@
 
 namespace uvc_edge {
 
-/// The units of a camera that take the panel's requests. A device may lack either: libuvc opens
-/// whatever has a video control interface.
+/// The units that take the panel's requests. A device may lack either: libuvc opens everything that
+/// has a video control interface.
 enum Unit { CameraTerminal, ProcessingUnit };
 
-/// A camera that a device has opened, closed again, or (null) not opened yet. Whether it is open
-/// is remembered here, per device: libuvc may give one device the address that another's handle
-/// had before it was closed.
+/// The camera that a device opened last; null before the first. Whether it is still open is kept
+/// here, per device: libuvc may reuse the address of a closed handle for another device.
 struct Handle
 {
     uvc_device_handle_t *devh = nullptr;
@@ -28,15 +27,15 @@ struct Handle
     std::array<bool, 2> has{}; ///< by Unit
 };
 
-/// Every libuvc call answers a status; a negative one is a failure.
+/// Every libuvc call returns a status; a negative one is a failure.
 constexpr bool succeeded(int status) { return status >= 0; }
 
 /// Takes the list of UVC devices. UVC_ERROR_NO_DEVICE for a context that could not be made.
 uvc_error_t deviceList(uvc_context_t *context, uvc_device_t ***list);
 
-/// Opens entry `index` of a null-terminated list and stores the handle. An entry that does not
-/// exist, or a list that was never taken, answers UVC_ERROR_NO_DEVICE. On failure the handle keeps
-/// what it had.
+/// Opens entry `index` of a null-terminated list and stores the handle. UVC_ERROR_NO_DEVICE for an
+/// entry that does not exist and for a list that was never taken. A failure leaves the handle as it
+/// was.
 uvc_error_t open(uvc_device_t **list, int index, Handle &handle);
 
 /// Closes an open handle; UVC_ERROR_NO_DEVICE for any other.
@@ -47,8 +46,7 @@ uvc_error_t close(Handle &handle);
 uvc_error_t check(const Handle &handle, Unit unit);
 
 /// Makes one control request and returns its status: a libuvc function that addresses `unit`, and
-/// its arguments after the handle. Of a number the low bits are sent, as many as the function
-/// takes.
+/// its arguments after the handle, narrowed to the types that the function takes.
 template<typename... Parameters, typename... Arguments>
 int request(const Handle &handle, Unit unit,
     uvc_error_t (*call)(uvc_device_handle_t *, Parameters...), Arguments... arguments)
@@ -57,7 +55,7 @@ int request(const Handle &handle, Unit unit,
     return succeeded(ready) ? call(handle.devh, static_cast<Parameters>(arguments)...) : ready;
 }
 
-/// The same for a request that sets something: true when the camera took it.
+/// The same for a request that sets something. Returns whether it succeeded.
 template<typename... Parameters, typename... Arguments>
 bool set(const Handle &handle, Unit unit,
     uvc_error_t (*setter)(uvc_device_handle_t *, Parameters...), Arguments... arguments)
@@ -68,9 +66,9 @@ bool set(const Handle &handle, Unit unit,
 template<typename Value>
 using Getter = uvc_error_t (*)(uvc_device_handle_t *, Value *, uvc_req_code);
 
-/// Reads a current value: true when the camera told it, and only then is `*out` written. An answer
-/// without data counts as success in libuvc: the value is then 0. `status`, if given, becomes the
-/// request's.
+/// Reads a current value. Returns whether the request succeeded; only then is `*out` written. An
+/// answer without data counts as success in libuvc: the value is then 0. `status`, if given,
+/// receives the request's status.
 template<typename Value>
 bool get(const Handle &handle, Unit unit, Getter<Value> getter, long *out,
     std::int32_t *status = nullptr)

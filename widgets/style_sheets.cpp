@@ -7,8 +7,8 @@ namespace style_sheets {
 
 namespace {
 
-// A picture stretched over the whole button. The style engine ignores "background-attachment;",
-// which is part of the text all the same.
+// A picture stretched over the whole button. The style engine ignores "background-attachment;"; the
+// text is required.
 QString signFace(const char *picture)
 {
     return QStringLiteral(

@@ -61,6 +61,9 @@ inline void grab(QSlider *slider) { mouse::press(slider, handleAt(slider, slider
 /// Moves the handle that was grabbed. Exact as long as the slider has a pixel for each value.
 inline void dragTo(QSlider *slider, int value) { mouse::move(slider, pointerFor(slider, value)); }
 
-inline void release(QSlider *slider) { mouse::release(slider, pointerFor(slider, slider->value())); }
+inline void release(QSlider *slider)
+{
+    mouse::release(slider, pointerFor(slider, slider->value()));
+}
 
 } // namespace slider_mouse

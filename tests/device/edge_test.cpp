@@ -1,8 +1,8 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// Ordinary use that runs into the edges of libuvc: cameras that may not be opened, that do not tell
-// their brightness, that lack a unit. For those that are pulled out see unplug_test.cpp.
+// Ordinary use that runs into the edges of libuvc: cameras that may not be opened, whose brightness
+// cannot be read, that lack a unit. For those that are unplugged see unplug_test.cpp.
 
 #include "device/uvc_edge.h"
 #include "tests/device/camera_fixture.h"
@@ -57,7 +57,7 @@ TEST_F(Edge, EveryControlMayBeUsedAfterBothOpensOfTheStartWereRefused)
     }
 }
 
-TEST_F(Edge, ACameraThatDoesNotTellItsBrightnessIsClosedByTheSecondOpen)
+TEST_F(Edge, ACameraWhoseBrightnessCannotBeReadIsClosedByTheSecondOpen)
 {
     camera().stall(Control::Brightness);
     ASSERT_TRUE(device->OpenDevice("0", 0));
@@ -77,7 +77,7 @@ TEST_F(Edge, AListThatWasNeverTakenHasNoCamera)
     EXPECT_FALSE(handle.open);
 }
 
-TEST_F(Edge, FailuresAreNotToldInWords)
+TEST_F(Edge, FailuresAreNotReportedInWords)
 {
     ASSERT_TRUE(device->OpenDevice("0", 0));
     camera(1).stallEverything();

@@ -127,7 +127,7 @@ TEST_F(Factory, DeletesTheStorageAloneAndLeavesTheCameraOpen)
     const long after = releases;
     EXPECT_EQ(after, before + 1);
     EXPECT_THAT(uvc_call_recorder::calls(), IsEmpty());
-    EXPECT_GT(camera().state().pan.velocity, 0) << "nobody told the camera";
+    EXPECT_GT(camera().state().pan.velocity, 0) << "no request reached the camera";
     EXPECT_FALSE(device->OpenDevice("", 0)) << "the camera is still held";
 }
 

@@ -53,7 +53,7 @@ protected:
     }
 };
 
-TEST_P(Reading, TellsEveryValueOfItsWidth)
+TEST_P(Reading, ReturnsEveryValueOfItsWidth)
 {
     const long top = 1L << (8 * GetParam().bytes);
     for (const long value : { 0L, 1L, top / 2 - 1, top / 2, top - 64, top - 1 }) {

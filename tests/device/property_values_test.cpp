@@ -58,7 +58,7 @@ protected:
     }
 };
 
-TEST_F(PropertyTable, IsFilledWithWhatTheCameraTells)
+TEST_F(PropertyTable, IsFilledWithWhatTheCameraReports)
 {
     EXPECT_TRUE(device->GetPropertyValues());
     for (const Property &property : properties) {

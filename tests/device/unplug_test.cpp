@@ -1,7 +1,7 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// Cameras that are pulled out while they are open. libusb hears of it on a thread of its own, and
+// Cameras that are unplugged while they are open. libusb hears of it on a thread of its own, and
 // only then does closing the camera become dangerous, so each test waits until it has heard.
 //
 // One testbed for all tests: libusb listens to the first that it finds. Each test pulls out a
@@ -160,7 +160,7 @@ TEST_F(Unplugged, ACameraThatComesBackIsForTheNextDevice)
     }
 }
 
-TEST_F(Unplugged, ACameraMayBePulledOutBeforeAnyCallThatClosesIt)
+TEST_F(Unplugged, ACameraMayBeUnpluggedBeforeAnyCallThatClosesIt)
 {
     std::vector<std::string> calls;
     for (std::size_t pulledBefore = 0; pulledBefore <= calls.size(); ++pulledBefore) {
