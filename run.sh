@@ -70,8 +70,7 @@ build() {
     cmake --preset release "${options[@]}" >/dev/null && cmake --build --preset release --target "$@"
 }
 targets=(ptz-panel)
-if [[ $mode != real ]]; then targets+=(virtual-camera); fi
-if [[ $mode == virtual ]]; then targets+=(virtual-camera-view); fi
+if [[ $mode != real ]]; then targets+=(virtual-camera virtual-camera-view); fi
 (cd "$root" && build "${targets[@]}") || {
     echo "run.sh: the panel could not be built" >&2
     exit 1
@@ -95,7 +94,7 @@ camera_out_of_reach() {
 case $mode in
     tour)
         echo "The tour takes a while; its report will be in $root/build/tour"
-        exec "$root/tests/end_to_end/take_tour.py" --bin "$bin" --report "$root/build/tour"
+        exec "$root/tests/end_to_end/take_tour.py" --bin "$bin" --report "$root/build/tour" --view
         ;;
     real)
         node=$(camera_out_of_reach)

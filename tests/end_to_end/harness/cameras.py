@@ -91,15 +91,15 @@ class CameraControl:
     """Does things to the cameras while the panel runs: "unplug 2", "stall 1 brightness"."""
 
     def __init__(self, path):
-        self._path = path
+        self.path = path
         self._socket = None
 
     def tell(self, command):
         """Gives the command and returns the answer once it is in force."""
         if self._socket is None:
-            wait_for(lambda: os.path.exists(self._path), "the cameras to listen")
+            wait_for(lambda: os.path.exists(self.path), "the cameras to listen")
             self._socket = socket.socket(socket.AF_UNIX)
-            self._socket.connect(str(self._path))
+            self._socket.connect(str(self.path))
             self._answers = self._socket.makefile(encoding="utf-8")
         self._socket.sendall(f"{command}\n".encode())
         answer = self._answers.readline().strip()

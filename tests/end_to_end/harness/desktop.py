@@ -102,8 +102,7 @@ class Desktop:
         if left < 0 or top < 0 or left + width > self.width or top + height > self.height:
             return self.screenshot().crop((left, top, left + width, top + height))
         left, top, *size = [round(n * self.scale) for n in (left, top, width, height)]
-        raw = self._screen.root.get_image(left, top, *size, X.ZPixmap, 0xFFFFFFFF)
-        picture = Image.frombytes("RGB", size, raw.data, "raw", "BGRX")
+        picture = picture_of(self._screen.root, left, top, *size)
         return picture if self.scale == 1 else picture.resize((width, height), Image.BOX)
 
     def _start_server(self):
@@ -146,3 +145,9 @@ class Desktop:
         self._start(*command)
         atom = self._display.intern_atom(selection)
         wait_for(lambda: self._display.get_selection_owner(atom), f"{command[0]} to start")
+
+
+def picture_of(window, left, top, width, height):
+    """A picture of a part of an X window and of what is inside it."""
+    raw = window.get_image(left, top, width, height, X.ZPixmap, 0xFFFFFFFF)
+    return Image.frombytes("RGB", (width, height), raw.data, "raw", "BGRX")

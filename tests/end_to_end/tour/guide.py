@@ -30,16 +30,19 @@ class Taken:
     number: int
     title: str
     picture: object = None
+    frame: object = None
+    """What the open camera sees."""
     held: list = field(default_factory=list)
     released: list = field(default_factory=list)
     failure: str = None
 
 
 class Guide:
-    """A desktop with everything that belongs to one, and the panel on it. Use it in a with
-    statement."""
+    """A desktop with everything that belongs to one, and the panel on it. see(panel), if there is
+    one, returns what the open camera sees. Use it in a with statement."""
 
-    def __init__(self):
+    def __init__(self, see=None):
+        self._see = see
         self._desktop_ends = contextlib.ExitStack()
         self._panel_ends = contextlib.ExitStack()
         self._window_manager = None
@@ -114,6 +117,8 @@ class Guide:
             wait_for(lambda: self._face_of(step.changes) != before,
                      f"{step.changes} to look different")
         taken.picture = wait_for(self._picture, "the panel to be in the picture")
+        if self._see and self.panel.log.lines() and not self._has_ended:
+            taken.frame = self._see(self.panel)
         next(doing, None)
         requests = self._compare([*step.held, *step.released])
         taken.held, taken.released = requests[:len(step.held)], requests[len(step.held):]

@@ -62,6 +62,8 @@ def write(folder, summary):
     for step in summary.taken:
         if step.picture:
             step.picture.save(pictures / _picture_name(step))
+        if step.frame:
+            step.frame.save(pictures / _frame_name(step), quality=85)
     (folder / "summary.txt").write_text(f"{summary.text}\n", encoding="utf-8")
     contact_sheet(summary).save(folder / "contact-sheet.png")
     (folder / "report.html").write_text(_page(summary), encoding="utf-8")
@@ -69,6 +71,10 @@ def write(folder, summary):
 
 def _picture_name(step):
     return f"{step.number:02d}.png"
+
+
+def _frame_name(step):
+    return f"{step.number:02d}-camera.jpg"
 
 
 def _page(summary):
@@ -106,24 +112,27 @@ def _chapter(title, steps):
 
 
 def _step(step):
-    picture = ""
-    if step.picture:
-        source = f"pictures/{_picture_name(step)}"
-        picture = (f'<a href="{source}"><img src="{source}" loading="lazy" '
-                   f'alt="The screen in step {step.number}" width="{step.picture.width // 2}" '
-                   f'height="{step.picture.height // 2}"></a>')
+    pictures = _picture(step.picture, _picture_name(step), f"The screen in step {step.number}")
+    pictures += _picture(step.frame, _frame_name(step), f"What the camera sees in step {step.number}")
     if step.failure:
         told = f'<p class="failed">{html.escape(step.failure)}</p>'
     else:
         told = _received(step)
     css = "step failed" if step.failure else "step"
-    return (f'<article class="{css}" id="step{step.number}">{picture}<div><h3><span>{step.number}</span> '
+    return (f'<article class="{css}" id="step{step.number}">{pictures}<div><h3><span>{step.number}</span> '
             f"{html.escape(step.title)}</h3>{told}</div></article>")
+
+
+def _picture(picture, name, alt):
+    if not picture:
+        return ""
+    return (f'<a href="pictures/{name}"><img src="pictures/{name}" loading="lazy" alt="{alt}" '
+            f'width="{picture.width // 2}" height="{picture.height // 2}"></a>')
 
 
 def _received(step):
     if step.released and step.held:
-        return _requests(step.held) + "<p>and when it is let go</p>" + _requests(step.released)
+        return _requests(step.held) + "<p>and on release</p>" + _requests(step.released)
     if step.held or step.released:
         return _requests([*step.held, *step.released])
     return "<p>no request</p>"

@@ -9,7 +9,7 @@ import Xlib.display
 from PIL import ImageDraw
 from Xlib import Xatom
 
-from harness.desktop import HEIGHT, WIDTH
+from harness.desktop import picture_of
 
 _TOP, _BOTTOM = (52, 76, 98), (158, 138, 118)
 _BAND = 4
@@ -31,12 +31,13 @@ class Screen:
         self._display.close()
 
     def _paint_background(self):
-        pixmap = self._root.create_pixmap(WIDTH, HEIGHT, self._display.screen().root_depth)
+        width, height = self._desktop.width, self._desktop.height
+        pixmap = self._root.create_pixmap(width, height, self._display.screen().root_depth)
         brush = pixmap.create_gc()
-        for y in range(0, HEIGHT, _BAND):
-            colour = [round(a + (b - a) * y / HEIGHT) for a, b in zip(_TOP, _BOTTOM)]
+        for y in range(0, height, _BAND):
+            colour = [round(a + (b - a) * y / height) for a, b in zip(_TOP, _BOTTOM)]
             brush.change(foreground=int.from_bytes(bytes(colour), "big"))
-            pixmap.fill_rectangle(brush, 0, y, WIDTH, _BAND)
+            pixmap.fill_rectangle(brush, 0, y, width, _BAND)
         self._root.change_attributes(background_pixmap=pixmap)
         self._root.clear_area()
         # Where compositing managers look for it.
@@ -45,8 +46,17 @@ class Screen:
         self._display.sync()
 
     def picture(self, left, top, width, height):
-        """A picture of a part of the screen, with the pointer in it."""
+        """A picture of a part of the screen once it is still, with the pointer in it."""
         picture = settled(lambda: self._desktop.screenshot(left, top, width, height))
+        return self._with_pointer(picture, left, top)
+
+    def moment(self):
+        """A picture of the screen as it is, with the pointer in it. A thread of its own may call
+        this while others use the desktop, but not this object."""
+        whole = picture_of(self._root, 0, 0, self._desktop.width, self._desktop.height)
+        return self._with_pointer(whole, 0, 0)
+
+    def _with_pointer(self, picture, left, top):
         pointer = self._root.query_pointer()
         shape = [(x + pointer.root_x - left, y + pointer.root_y - top) for x, y in _POINTER]
         ImageDraw.Draw(picture).polygon(shape, fill="white", outline="black")
