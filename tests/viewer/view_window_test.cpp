@@ -10,6 +10,7 @@
 #include <QStackedLayout>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolButton>
 
 #include <gtest/gtest.h>
 
@@ -43,6 +44,25 @@ protected:
     {
         const QJsonDocument message(QJsonObject{ { "devices", devices } });
         m_bus->write(message.toJson(QJsonDocument::Compact) + '\n');
+    }
+
+    // The button with this tool tip, or none.
+    QToolButton *button(const QString &help) const
+    {
+        for (QToolButton *candidate : m_window.findChildren<QToolButton *>())
+            if (candidate->toolTip() == help)
+                return candidate;
+        return nullptr;
+    }
+
+    // Whether the next commands from the window, "watch" aside, begin with this one.
+    bool received(const QByteArray &command)
+    {
+        const auto next = [this] {
+            return m_bus->canReadLine() ? m_bus->readLine().trimmed() : QByteArray("watch");
+        };
+        QByteArray line;
+        return QTest::qWaitFor([&] { return (line = next()) != "watch"; }) && line == command;
     }
 
     CameraPicture *largePicture(int number) const
@@ -117,6 +137,26 @@ TEST_F(Window, LeavesTheOpenCameraForNoOther)
     push({ device(1, true), device(3, true) });
     ASSERT_TRUE(QTest::qWaitFor([&changes] { return changes.count() == 2; }));
     EXPECT_EQ(shown(), 2);
+}
+
+TEST_F(Window, MovesTheCameraWhileAKeyOfItsRemoteControlIsHeld)
+{
+    push({ device(2, true) });
+    ASSERT_TRUE(shows(2));
+    QToolButton *const left = button("Turn the camera left while this is held");
+    ASSERT_NE(left, nullptr);
+    QTest::mousePress(left, Qt::LeftButton);
+    EXPECT_TRUE(received("go 2 left=5"));
+    push({ device(2, false), device(3, true) }); // a program changes its camera meanwhile
+    ASSERT_TRUE(shows(3));
+    QTest::mouseRelease(left, Qt::LeftButton);
+    EXPECT_TRUE(received("go 2 stop"));
+}
+
+TEST_F(Window, SendsTheCameraHome)
+{
+    QTest::mouseClick(button("Send the camera to its home position"), Qt::LeftButton);
+    EXPECT_TRUE(received("go 1 home"));
 }
 
 TEST_F(Window, FillsItsWidthWithThePicture)

@@ -5,6 +5,8 @@
 #include <QPainter>
 #include <QPixmap>
 
+#include <algorithm>
+
 namespace virtual_camera {
 
 namespace {
@@ -48,6 +50,38 @@ void slow(QPainter &painter)
     painter.drawPolygon(QPolygonF({ { -5, 11 }, { 5, 11 }, { 0, 5 } }));
 }
 
+// Points to the right when it is not turned.
+void arrow(QPainter &painter, int quarterTurns)
+{
+    painter.rotate(90.0 * quarterTurns);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ink);
+    painter.drawPolygon(QPolygonF({ { -6, -9 }, { 9, 0 }, { -6, 9 } }));
+}
+
+int quarterTurns(Sign sign)
+{
+    constexpr Sign clockwise[] = { Sign::Right, Sign::Down, Sign::Left, Sign::Up };
+    return static_cast<int>(std::find(clockwise, clockwise + 4, sign) - clockwise);
+}
+
+void lens(QPainter &painter, bool tele)
+{
+    painter.setPen(pen(ink, 2.6));
+    painter.drawEllipse(QPointF(-2, -2), 9, 9);
+    painter.drawLine(QPointF(5, 5), QPointF(12, 12));
+    painter.drawLine(QPointF(-6, -2), QPointF(2, -2));
+    if (tele)
+        painter.drawLine(QPointF(-2, -6), QPointF(-2, 2));
+}
+
+void house(QPainter &painter)
+{
+    painter.setPen(pen(ink, 2.4));
+    painter.drawPolyline(QPolygonF({ { -11, 0 }, { 0, -10 }, { 11, 0 } }));
+    painter.drawPolyline(QPolygonF({ { -7, -2 }, { -7, 10 }, { 7, 10 }, { 7, -2 } }));
+}
+
 } // namespace
 
 QIcon signIcon(Sign sign)
@@ -68,6 +102,19 @@ QIcon signIcon(Sign sign)
         break;
     case Sign::Slow:
         slow(painter);
+        break;
+    case Sign::Right:
+    case Sign::Down:
+    case Sign::Left:
+    case Sign::Up:
+        arrow(painter, quarterTurns(sign));
+        break;
+    case Sign::Tele:
+    case Sign::Wide:
+        lens(painter, sign == Sign::Tele);
+        break;
+    case Sign::Home:
+        house(painter);
         break;
     }
     return QIcon(pixmap);

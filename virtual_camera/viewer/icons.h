@@ -6,7 +6,7 @@
 
 namespace virtual_camera {
 
-enum class Sign { Plug, Unplug, Refuse, Slow };
+enum class Sign { Plug, Unplug, Refuse, Slow, Left, Right, Up, Down, Tele, Wide, Home };
 
 /// A sign for a button, drawn for light text on a dark ground.
 QIcon signIcon(Sign sign);

@@ -62,13 +62,13 @@ void ViewWindow::build()
     }
     strip->addStretch();
 
-    m_plug = addButton(buttons, static_cast<int>(Sign::Unplug), tr("Unplug"),
-        tr("Pull the camera's cable, or put it back"));
-    m_stall = addButton(buttons, static_cast<int>(Sign::Refuse), tr("Refuse"),
-        tr("The camera refuses every request"));
-    m_slow = addButton(buttons, static_cast<int>(Sign::Slow), tr("Slow"),
-        tr("The camera takes a second to answer"));
+    m_plug = addButton(
+        buttons, Sign::Unplug, tr("Unplug"), tr("Pull the camera's cable, or put it back"));
+    m_stall =
+        addButton(buttons, Sign::Refuse, tr("Refuse"), tr("The camera refuses every request"));
+    m_slow = addButton(buttons, Sign::Slow, tr("Slow"), tr("The camera takes a second to answer"));
     buttons->addStretch();
+    addRemoteControl(buttons);
     for (QToolButton *fault : { m_stall, m_slow })
         fault->setCheckable(true);
     connect(m_plug, &QToolButton::clicked, this, [this] {
@@ -105,11 +105,42 @@ void ViewWindow::addCamera(const SeenCamera &camera, QBoxLayout *strip)
     m_wasOpen.push_back(false);
 }
 
+void ViewWindow::addRemoteControl(QBoxLayout *row)
+{
+    // At a fraction of full speed, for a hand on a mouse to stop in time.
+    const struct
+    {
+        Sign sign;
+        const char *move;
+        QString help;
+    } keys[] = {
+        { Sign::Left, "left=5", tr("Turn the camera left while this is held") },
+        { Sign::Right, "right=5", tr("Turn the camera right while this is held") },
+        { Sign::Up, "up=5", tr("Turn the camera up while this is held") },
+        { Sign::Down, "down=5", tr("Turn the camera down while this is held") },
+        { Sign::Tele, "in=2", tr("Zoom in while this is held") },
+        { Sign::Wide, "out=2", tr("Zoom out while this is held") },
+    };
+    for (const auto &key : keys) {
+        QToolButton *const button = addButton(row, key.sign, {}, key.help);
+        const QString go = QStringLiteral("go %1 ") + QLatin1String(key.move);
+        connect(button, &QToolButton::pressed, this, [this, go] {
+            m_moving = m_chosen;
+            command(go);
+        });
+        connect(button, &QToolButton::released, this,
+            [this] { m_link.command(QStringLiteral("go %1 stop").arg(m_moving + 1)); });
+    }
+    QToolButton *const home =
+        addButton(row, Sign::Home, {}, tr("Send the camera to its home position"));
+    connect(home, &QToolButton::clicked, this, [this] { command(QStringLiteral("go %1 home")); });
+}
+
 QToolButton *ViewWindow::addButton(
-    QBoxLayout *row, int icon, const QString &words, const QString &help)
+    QBoxLayout *row, Sign sign, const QString &words, const QString &help)
 {
     auto *const button = new QToolButton;
-    button->setIcon(signIcon(static_cast<Sign>(icon)));
+    button->setIcon(signIcon(sign));
     button->setIconSize({ 26, 26 });
     button->setText(words);
     button->setToolButtonStyle(

@@ -16,10 +16,11 @@ class QToolButton;
 namespace virtual_camera {
 
 class CameraPicture;
+enum class Sign;
 
 /// The window of virtual-camera-view: the chosen camera's picture, all cameras small beneath it,
-/// buttons for what can befall that camera, and the latest requests, newest first. The camera that
-/// a program opens becomes the chosen one.
+/// buttons for what can befall that camera, its remote control, and the latest requests, newest
+/// first. The camera that a program opens becomes the chosen one.
 class ViewWindow : public QWidget
 {
     Q_OBJECT
@@ -29,8 +30,9 @@ public:
 
 private:
     void build();
+    void addRemoteControl(QBoxLayout *row);
     void addCamera(const SeenCamera &camera, QBoxLayout *strip);
-    QToolButton *addButton(QBoxLayout *row, int icon, const QString &words, const QString &help);
+    QToolButton *addButton(QBoxLayout *row, Sign sign, const QString &words, const QString &help);
     void take(int index);
     int openOne() const;
     void choose(int index);
@@ -43,6 +45,7 @@ private:
     std::vector<CameraPicture *> m_small;
     std::vector<bool> m_wasOpen;
     int m_chosen = 0;
+    int m_moving = 0; ///< the camera that a held key of the remote control drives
     QStackedLayout *m_stage = nullptr;
     QListWidget *m_requests = nullptr;
     QToolButton *m_plug = nullptr;
