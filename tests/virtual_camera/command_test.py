@@ -220,7 +220,8 @@ class WhileItRuns(RunningCase):
         self.assertEqual(self.tell("list"), "ok 1 camera address 2; 2 camera address 9")
         self.assertIn(" contrast=3 ", self.tell("state 1"))
         self.wait_until(lambda: " pan=3600 pan_velocity=0 " in self.tell("state 1"))
-        for line in ("dance", "unplug", "unplug 3", "replug 1", "replug 2 9", "go 1 tilt=3600", "go 1 preset=1"):
+        for line in ("dance", "unplug", "unplug 3", "replug 1", "replug 2 9", "go 1 tilt=3600",
+                     "go 1 preset=1"):
             answer = self.tell(line, code=1)
             self.assertTrue(answer.startswith("error: "), answer)
         self.assertEqual(self.tell("unplug 2"), "ok")
