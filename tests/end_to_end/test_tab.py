@@ -63,7 +63,7 @@ def press_and_name(panel):
         return "btn_close"
     if panel.flicker_items():
         return "cb_fliker"
-    if sent and sent[-1].split(" ", 1)[1] == auto_white_balance(0).split(" ", 1)[1]:
+    if sent and sent[-1] in [auto_white_balance(0, n) for n in range(1, 6)]:
         return "btn_default"
     if sent:
         return PRESSED_TWICE[(*sent, *press(panel))]

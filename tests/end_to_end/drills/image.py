@@ -28,17 +28,11 @@ def stale_value(name):
 _HANDLE = 12
 
 
-def _value(request, name):
-    """The value that the request gives that property; None when it gives another one."""
-    words = request.split()
-    if words[1:3] != ["SET_CUR", requests.PROPERTY_CONTROLS[name]]:
-        return None
-    return int.from_bytes(bytes.fromhex("".join(words[3:5])), "little", signed=name == "brightness")
-
-
 def _values(sent, name):
-    values = [_value(request, name) for request in sent]
-    return [value for value in values if value is not None]
+    """The values that these requests give that property."""
+    words = [request.split() for request in sent]
+    return [int(value) for control, value, *_ in words
+            if control == requests.PROPERTY_CONTROLS[name]]
 
 
 def _sent(drill, how):

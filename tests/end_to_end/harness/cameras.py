@@ -11,10 +11,10 @@ from collections import namedtuple
 from . import requests
 from .waiting import wait_for
 
-LogLine = namedtuple("LogLine", "time camera what control data result")
+LogLine = namedtuple("LogLine", "time camera what control values result")
 """One line of the camera log: the time in seconds, the number of the camera, what happened (a
 request code such as SET_CUR, or OPEN, CLOSE, UNPLUG, REPLUG), and for requests the control, the
-bytes and the outcome."""
+numbers in the data and the outcome."""
 
 _EVENTS = ("OPEN", "CLOSE", "UNPLUG", "REPLUG")
 
@@ -25,19 +25,18 @@ def parse(line):
     time, camera, what, *rest = line.split(" ")
     number = int(camera.removeprefix("cam"))
     if what in _EVENTS:
-        return LogLine(float(time), number, what, None, "", "ok")
-    data = re.search(r"\[([0-9a-f ]*)\]", line)
-    return LogLine(float(time), number, what, rest[0], data[1] if data else "", rest[-1])
+        return LogLine(float(time), number, what, None, [], "ok")
+    values = [int(value) for value in re.findall(r"=([-+]?\d+)\b", line)]
+    return LogLine(float(time), number, what, rest[0], values, rest[-1])
 
 
 def as_request(line):
     """The text in which tests expect a request, as harness.requests writes it."""
-    words = [f"cam{line.camera}", line.what, line.control]
-    if line.what == "SET_CUR":
-        words.append(line.data)
+    words = [f"cam{line.camera}:"] if line.camera > 1 else []
+    words += [line.control, *line.values] if line.what == "SET_CUR" else [line.what, line.control]
     if line.result != "ok":
         words.append(line.result)
-    return " ".join(words)
+    return " ".join(map(str, words))
 
 
 class CameraLog:
@@ -70,7 +69,7 @@ class CameraLog:
 
     def settings(self, start=0):
         """The requests that change something at a camera, from that line on."""
-        return [request for request in self.requests(start) if " SET_CUR " in request]
+        return [as_request(line) for line in self.lines()[start:] if line.what == "SET_CUR"]
 
     def await_requests(self, expected, start=0):
         """Waits for so many requests, and fails unless they are the expected ones."""
@@ -82,9 +81,8 @@ class CameraLog:
     def value_read(self, code, name):
         """What the first camera answered last for an image property, such as "GET_MAX", "gamma"."""
         control = requests.PROPERTY_CONTROLS.get(name, "power_line_frequency")
-        answers = [line.data for line in self.lines()
-                   if line.what == code and line.control == control and line.result == "ok"]
-        return int.from_bytes(bytes.fromhex(answers[-1]), "little", signed=name == "brightness")
+        return [line.values for line in self.lines()
+                if line.what == code and line.control == control and line.result == "ok"][-1][0]
 
 
 class CameraControl:

@@ -3,20 +3,17 @@
 
 """What moves the cameras, and what stops them."""
 
-AUTO_FOCUS = "06 00"
-_DIRECTION_BYTES = {"pantilt_relative": (0, 2), "zoom_relative": (0,), "focus_relative": (0,)}
+AUTO_FOCUS = [6]
+_DIRECTIONS = {"pantilt_relative": (0, 2), "zoom_relative": (0,), "focus_relative": (0,)}
 
 
 def is_motion(line):
     """Whether the camera took this line of its log for a start or a stop."""
-    return line.what == "SET_CUR" and line.result == "ok" and line.control in _DIRECTION_BYTES
+    return line.what == "SET_CUR" and line.result == "ok" and line.control in _DIRECTIONS
 
 
 def is_start(line):
-    if not is_motion(line):
-        return False
-    data = bytes.fromhex(line.data)
-    return any(data[place] for place in _DIRECTION_BYTES[line.control])
+    return is_motion(line) and any(line.values[place] for place in _DIRECTIONS[line.control])
 
 
 class Motions:
@@ -46,7 +43,7 @@ class Motions:
                             if axis[0] != line.camera}
         if line.what == "REPLUG":
             self._unplugged.discard(line.camera)
-        if line.what == "SET_CUR" and line.control == "roll_absolute" and line.data == AUTO_FOCUS:
+        if line.what == "SET_CUR" and line.control == "roll_absolute" and line.values == AUTO_FOCUS:
             # The automatic takes the lens over.
             self._moving.pop((line.camera, "focus_relative"), None)
         # What was on its way when the cable was pulled may be noted after that.

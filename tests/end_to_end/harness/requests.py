@@ -1,57 +1,50 @@
 # Copyright (c) 2026 The PTZ panel developers
 # SPDX-License-Identifier: MIT
 
-"""The requests that tests expect, as the text in which the camera log is read.
+"""The requests that tests expect, each as a line of text.
 
-One request reads "cam1 SET_CUR pantilt_relative 01 15 00 00": the bytes are what went over the
-wire, so nothing here depends on how the virtual camera understands them. A request that the camera
-refused has its outcome at the end.
+"pantilt_relative 1 21 0 0" is a write, "GET_MIN brightness" a read; a request to another camera than
+the first begins with "cam2: ", and one that fails ends with its outcome, such as " stall". The tests
+of the window in C++ write requests in the same way.
 """
 
-import struct
 
-
-def set_cur(control, *data, camera=1):
-    payload = " ".join(f"{byte:02x}" for byte in data)
-    return f"cam{camera} SET_CUR {control} {payload}"
-
-
-def _signed_byte(value):
-    return value & 0xFF
+def write(control, *values, camera=1):
+    return " ".join(map(str, [*([f"cam{camera}:"] if camera > 1 else []), control, *values]))
 
 
 def pan(direction, speed, camera=1):
-    return set_cur("pantilt_relative", _signed_byte(direction), speed, 0, 0, camera=camera)
+    return write("pantilt_relative", direction, speed, 0, 0, camera=camera)
 
 
 def tilt(direction, speed, camera=1):
-    return set_cur("pantilt_relative", 0, 0, _signed_byte(direction), speed, camera=camera)
+    return write("pantilt_relative", 0, 0, direction, speed, camera=camera)
 
 
 def halt(camera=1):
     """Stops pan and tilt."""
-    return set_cur("pantilt_relative", 0, 0, 0, 0, camera=camera)
+    return write("pantilt_relative", 0, 0, 0, 0, camera=camera)
 
 
 def zoom(direction, camera=1):
-    return set_cur("zoom_relative", _signed_byte(direction), 1, 1, camera=camera)
+    return write("zoom_relative", direction, 1, 1, camera=camera)
 
 
 def halt_zoom(camera=1):
-    return set_cur("zoom_relative", 0, 1, 5, camera=camera)
+    return write("zoom_relative", 0, 1, 5, camera=camera)
 
 
 def focus(direction, camera=1):
-    return set_cur("focus_relative", _signed_byte(direction), 1, camera=camera)
+    return write("focus_relative", direction, 1, camera=camera)
 
 
 def halt_focus(camera=1):
-    return set_cur("focus_relative", 0, 0, camera=camera)
+    return write("focus_relative", 0, 0, camera=camera)
 
 
 def vendor(code, camera=1):
     """A command of the camera's own, written to the roll control."""
-    return set_cur("roll_absolute", *struct.pack("<h", code), camera=camera)
+    return write("roll_absolute", code, camera=camera)
 
 
 def store_preset(number, camera=1):
@@ -79,19 +72,19 @@ PROPERTY_CONTROLS = {
 
 
 def image_property(name, value, camera=1):
-    return set_cur(PROPERTY_CONTROLS[name], *struct.pack("<H", value & 0xFFFF), camera=camera)
+    return write(PROPERTY_CONTROLS[name], value, camera=camera)
 
 
 def flicker(value, camera=1):
-    return set_cur("power_line_frequency", value, camera=camera)
+    return write("power_line_frequency", value, camera=camera)
 
 
 def auto_white_balance(value, camera=1):
-    return set_cur("white_balance_temperature_auto", value, camera=camera)
+    return write("white_balance_temperature_auto", value, camera=camera)
 
 
 def reads(camera=1):
     """What is read from a camera each time it is chosen, in order."""
     controls = [*PROPERTY_CONTROLS.values(), "power_line_frequency"]
-    return [f"cam{camera} {code} {control}" for control in controls
+    return [write(f"{code} {control}", camera=camera) for control in controls
             for code in ("GET_CUR", "GET_MIN", "GET_MAX", "GET_DEF")]

@@ -69,7 +69,7 @@ def unreadable(heal, stalled):
     def run(drill):
         drill.ready().receives_nothing_from_controls()
         assert drill.panel.log.requests() == [
-            read + " stall" * (stalled in (read.split()[2], "all")) for read in requests.reads()]
+            read + " stall" * (stalled in (read.split()[1], "all")) for read in requests.reads()]
         drill.tell(heal)
         drill.panel.click("btn_cam1")
         drill.receives_nothing_from_controls()
