@@ -3,7 +3,9 @@
 
 """What moves the cameras, and what stops them."""
 
-AUTO_FOCUS = [6]
+from .cameras import as_request
+from .requests import vendor
+
 _DIRECTIONS = {"pantilt_relative": (0, 2), "zoom_relative": (0,), "focus_relative": (0,)}
 
 
@@ -43,7 +45,7 @@ class Motions:
                             if axis[0] != line.camera}
         if line.what == "REPLUG":
             self._unplugged.discard(line.camera)
-        if line.what == "SET_CUR" and line.control == "roll_absolute" and line.values == AUTO_FOCUS:
+        if as_request(line) == vendor(6, line.camera):
             # The automatic takes the lens over.
             self._moving.pop((line.camera, "focus_relative"), None)
         # What was on its way when the cable was pulled may be noted after that.
