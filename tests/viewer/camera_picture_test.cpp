@@ -60,6 +60,22 @@ TEST_F(Picture, StaysAsItWasWhileItIsFrozen)
     EXPECT_NE(picture.frame(), frozen);
 }
 
+TEST_F(Picture, StaysAsItWasWhileAFrozenCameraFocuses)
+{
+    View view = still();
+    view.focus = 1;
+    picture.report(view);
+    view.freeze = true;
+    view.autoFocus = true;
+    picture.report(view);
+    const QImage frozen = picture.frame();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !picture.animated(); }, 10000));
+    EXPECT_EQ(picture.frame(), frozen);
+    view.freeze = false;
+    picture.report(view);
+    EXPECT_NE(picture.frame(), frozen);
+}
+
 TEST_F(Picture, WearsASignWhileTheCameraIsMuted)
 {
     const QRect corner(size.width() * 3 / 4, 0, size.width() / 4, size.height() / 4);
