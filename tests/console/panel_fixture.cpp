@@ -134,11 +134,16 @@ PanelTest::~PanelTest()
     }
 }
 
-void PanelTest::plugIn(int cameras) { bus = std::make_unique<vc::Testbed>(cameras); }
+void PanelTest::plugIn(int cameras) { plugIn(vc::DeviceDescription::ptzCameras(cameras)); }
 
 void PanelTest::plugIn(std::vector<vc::DeviceDescription> devices)
 {
     bus = std::make_unique<vc::Testbed>(std::move(devices));
+    // libusb may still have to read that the last test's cameras were removed, and would then take
+    // these, at the same addresses, for unplugged. Listing reads it.
+    std::vector<DeviceInfo> list;
+    BaseDevice::EnumUSBDevices(list);
+    uvc_call_recorder::clear();
 }
 
 void PanelTest::constructWindow()
