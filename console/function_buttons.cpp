@@ -11,8 +11,8 @@
 
 using Form = Ui::MainWindow;
 
-// A switch with two states. The camera does not report its own, so the button keeps the one that
-// was last asked for, even without a camera.
+// A switch with two states. The camera does not report its state, so the button keeps the one
+// requested last, even without a camera.
 struct MainWindow::Toggle
 {
     bool MainWindow::*state;

@@ -16,7 +16,7 @@ namespace desktop {
 
 namespace {
 
-// Synthesised events have no scan code, nor has macOS; their keys are told apart by name.
+// Synthesised events have no scan code, nor has macOS; their keys are distinguished by name.
 quint32 placeOf(const QKeyEvent &event)
 {
     constexpr quint32 noPlace = 0x80000000U;
@@ -45,7 +45,7 @@ bool HoldGuard::eventFilter(QObject *watched, QEvent *event)
     const bool ours = widget && widget->window() == &window;
     switch (event->type()) {
     case QEvent::KeyPress:
-        // What a focused button takes for itself never gets here.
+        // A press that a focused button consumes never gets here.
         return watched == &window && dropPress(*static_cast<QKeyEvent *>(event));
     case QEvent::KeyRelease:
         return widget && takeRelease(*static_cast<QKeyEvent *>(event), ours);
@@ -66,7 +66,7 @@ bool HoldGuard::eventFilter(QObject *watched, QEvent *event)
         if (watched == &window)
             releaseAll();
         break;
-    case QEvent::Expose: // another desktop is shown: the window is not hidden, but off the screen
+    case QEvent::Expose: // another desktop is shown: the window is off the screen but not hidden
         if (watched == window.windowHandle() && !window.windowHandle()->isExposed())
             releaseAll();
         break;
@@ -81,7 +81,7 @@ bool HoldGuard::dropPress(const QKeyEvent &press)
     const quint32 place = placeOf(press);
     if (heldKeys.contains(place))
         return !isKeyDown(place);
-    // A repeat counts too: the window may have got the keyboard back with the key down.
+    // A repeat counts too: the window may have regained the focus while the key was down.
     heldKeys.insert(place, press.key());
     return false;
 }
@@ -99,8 +99,8 @@ bool HoldGuard::takeRelease(const QKeyEvent &release, bool reachesWindow)
     return reachesWindow;
 }
 
-// A press that a widget does not take goes on to its parent: the last one holds the mouse. A second
-// button changes nothing about that while the first one is held.
+// An ignored press goes on to the parent: its last receiver holds the mouse. A second button does
+// not change that while the first is held.
 void HoldGuard::noteButton(QWidget *widget, const QMouseEvent &press)
 {
     if (press.buttons() != press.button())

@@ -18,7 +18,7 @@ namespace desktop {
 
 namespace {
 
-// What exit() has to run: the toolkit calls it from the event loop when its X server is gone.
+// Run by exit(), which the toolkit calls when its X server is gone.
 const std::function<void()> *atExit = nullptr;
 
 // From the signal handler to the event loop.
@@ -73,7 +73,7 @@ void prepareStandardStreams()
 {
     std::signal(SIGPIPE, SIG_IGN);
     for (const int stream : { STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO }) {
-        // Open takes the lowest free number, which is this one.
+        // open() returns the lowest free descriptor, which is this one.
         if (fcntl(stream, F_GETFD) == -1)
             static_cast<void>(open("/dev/null", O_RDWR));
     }

@@ -10,17 +10,17 @@
 namespace desktop {
 
 /// Reopens closed standard streams on /dev/null, so that the X server's or a camera's file does not
-/// get the number of one, and makes writing to a closed pipe an error instead of deadly. Call
+/// become one of them, and makes writing to a closed pipe an error instead of a fatal signal. Call
 /// before anything is opened.
 void prepareStandardStreams();
 
 /// Clean shutdown: runs `release` before the process ends.
 ///
-/// - On quit, when this object goes.
+/// - On quit, when this object is destroyed.
 /// - When the toolkit exits because its X server is gone.
 /// - On SIGINT, SIGTERM and SIGHUP, which then end the process as if they had not been caught. A
-///   signal that was ignored from the start stays ignored. SIGALRM ends the process when the GUI
-///   thread does not get to it within ten seconds, or `release` takes longer than that.
+///   signal that was ignored from the start stays ignored. SIGALRM ends a process that has not
+///   ended ten seconds after the first signal.
 class Termination : public QObject
 {
 public:

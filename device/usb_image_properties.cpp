@@ -11,7 +11,7 @@ using uvc_edge::set;
 
 namespace {
 
-// Asks for one bound and stores what the scratch holds afterwards, answered or not.
+// Requests one value and returns what the scratch holds afterwards, even if the request failed.
 template<typename Value>
 std::int64_t readInto(
     Value &scratch, Getter<Value> getter, const uvc_edge::Handle &devh, uvc_req_code code)
@@ -31,7 +31,7 @@ void readRange(
 
 } // namespace
 
-// These four decide about the next OpenDevice, through `status`.
+// Through `status`, the results of these four decide whether the next OpenDevice may open.
 
 bool USBDevice::GetBrightness(long *out)
 {
