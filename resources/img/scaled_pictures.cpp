@@ -9,6 +9,8 @@
 #include <QPainterPath>
 #include <QRegularExpression>
 #include <QResource>
+#include <QStyle>
+#include <QStyleOption>
 #include <QWidget>
 #include <QtPlugin>
 
@@ -26,47 +28,81 @@ int sheetLength(const QWidget &panel, const char *property)
     return length.match(panel.window()->styleSheet()).captured(1).toInt();
 }
 
-/// The style sheet draws the background of a panel unsmoothed, which drops lines at a factor of
-/// 1.5, and a larger picture out of place. Draws it again on top of that, inside the border.
-class SharpBackground : public QObject
+class KeptBackground : public QObject
 {
 public:
-    SharpBackground(QWidget &panel, const QString &path)
-        : QObject(&panel), m_panel(panel),
-          m_picture(scaledPicture(path, panel.size() * panel.devicePixelRatioF()))
+    KeptBackground(QWidget &panel, const QString &path)
+        : QObject(&panel), m_panel(panel), m_path(path)
     {
-        const int border = sheetLength(panel, "border");
-        const int radius = sheetLength(panel, "border-radius") - border;
-        m_inside.addRoundedRect(
-            panel.rect().adjusted(border, border, -border, -border), radius, radius);
+        panel.ensurePolished();
+        forget();
         panel.installEventFilter(this);
     }
 
     bool eventFilter(QObject * /*watched*/, QEvent *event) override
     {
-        if (event->type() == QEvent::Paint) {
-            QPainter painter(&m_panel);
-            painter.setClipPath(m_inside);
-            painter.drawPixmap(m_panel.rect(), m_picture);
-        }
+        if (event->type() == QEvent::StyleChange)
+            forget();
+        else if (event->type() == QEvent::Paint)
+            paint();
         return false;
     }
 
 private:
+    // A style sheet that is applied has the toolkit draw the background at each repaint.
+    void forget()
+    {
+        m_background = QPixmap();
+        m_panel.setAttribute(Qt::WA_StyledBackground, false);
+    }
+
+    void paint()
+    {
+        if (m_background.isNull())
+            m_background = draw();
+        QPainter(&m_panel).drawPixmap(0, 0, m_background);
+    }
+
+    QPixmap draw() const
+    {
+        const qreal factor = m_panel.devicePixelRatioF();
+        QPixmap background(m_panel.size() * factor);
+        background.setDevicePixelRatio(factor);
+        background.fill(Qt::transparent);
+        QPainter painter(&background);
+        QStyleOption option;
+        option.initFrom(&m_panel);
+        m_panel.style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, &m_panel);
+        if (factor > 1) {
+            painter.setClipPath(inside());
+            painter.drawPixmap(m_panel.rect(), scaledPicture(m_path, background.size()));
+        }
+        return background;
+    }
+
+    QPainterPath inside() const
+    {
+        const int border = sheetLength(m_panel, "border");
+        const int radius = sheetLength(m_panel, "border-radius") - border;
+        QPainterPath path;
+        path.addRoundedRect(
+            m_panel.rect().adjusted(border, border, -border, -border), radius, radius);
+        return path;
+    }
+
     QWidget &m_panel;
-    const QPixmap m_picture;
-    QPainterPath m_inside;
+    const QString m_path;
+    QPixmap m_background;
 };
 
 } // namespace
 
 void fitPictures(QWidget &leftPanel, QWidget &rightPanel)
 {
-    if (qGuiApp->devicePixelRatio() == 1)
-        return;
-    registerScaledPictures();
-    new SharpBackground(leftPanel, QStringLiteral(":/img/background.png"));
-    new SharpBackground(rightPanel, QStringLiteral(":/img/setting_background.png"));
+    if (qGuiApp->devicePixelRatio() > 1)
+        registerScaledPictures();
+    keepBackground(leftPanel, QStringLiteral(":/img/background.png"));
+    keepBackground(rightPanel, QStringLiteral(":/img/setting_background.png"));
 }
 
 void registerScaledPictures()
@@ -87,3 +123,5 @@ QPixmap scaledPicture(const QString &path, const QSize &size)
     return QPixmap(name + QStringLiteral("@3x.png"))
         .scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
+
+void keepBackground(QWidget &panel, const QString &path) { new KeptBackground(panel, path); }

@@ -8,8 +8,8 @@
 
 class QWidget;
 
-/// On a scaled desktop, shows the panel's pictures at its resolution. Call before the panels are
-/// shown.
+/// Keeps the backgrounds of both panels and, on a scaled desktop, shows the panel's pictures at its
+/// resolution. Call before the panels are shown.
 void fitPictures(QWidget &leftPanel, QWidget &rightPanel);
 
 /// Adds the pictures at two and three times their size to `:/img`, under the names by which the
@@ -20,3 +20,9 @@ void registerScaledPictures();
 /// A picture of the panel at this size in device pixels, made from a larger one. `path` is that of
 /// the plain picture.
 QPixmap scaledPicture(const QString &path, const QSize &size);
+
+/// Has the style sheet draw the background of a panel once and keeps the picture: its border and
+/// round corners would cost most of each repaint of anything in the panel. On a scaled desktop the
+/// style sheet draws the background unsmoothed, which drops lines at a factor of 1.5, and a larger
+/// picture out of place; there the picture of that path is drawn again inside the border.
+void keepBackground(QWidget &panel, const QString &path);
