@@ -50,6 +50,9 @@ RockerHandle::RockerHandle(QWidget *parent) : QWidget(parent), dpiScale(firstScr
 
     keyTimer = new QTimer(this);
     speedTimer = new QTimer(this);
+    // A coarse timer is off by 5 ms at each of its first ticks.
+    keyTimer->setTimerType(Qt::PreciseTimer);
+    speedTimer->setTimerType(Qt::PreciseTimer);
     connect(keyTimer, SIGNAL(timeout()), this, SLOT(getKeyNum()));
     connect(speedTimer, SIGNAL(timeout()), this, SLOT(SpeedChange()));
 }

@@ -24,6 +24,7 @@ TEST_F(JoystickTest, StartsAtItsSizeAndScale)
     EXPECT_EQ(Probe::keyLow(joystick), 53);
     EXPECT_EQ(Probe::keyHigh(joystick), 63);
     for (const QTimer *timer : { Probe::keyTimer(joystick), Probe::speedTimer(joystick) }) {
+        EXPECT_EQ(timer->timerType(), Qt::PreciseTimer);
         EXPECT_FALSE(timer->isActive());
         EXPECT_EQ(timer->parent(), &joystick);
     }
