@@ -29,6 +29,8 @@ bool hasProcessingUnit(uvc_device_handle_t *devh)
     return !&uvc_get_processing_units || uvc_get_processing_units(devh);
 }
 
+constexpr uvc_error_t readiness(bool has) { return has ? UVC_SUCCESS : UVC_ERROR_NOT_SUPPORTED; }
+
 } // namespace
 
 uvc_error_t deviceList(uvc_context_t *context, uvc_device_t ***list)
@@ -44,24 +46,18 @@ uvc_error_t open(uvc_device_t **list, int index, Handle &handle)
     uvc_device_handle_t *opened = nullptr;
     const uvc_error_t status = uvc_open(device, &opened);
     if (succeeded(status))
-        handle = { opened, true, { hasCameraTerminal(opened), hasProcessingUnit(opened) } };
+        handle = { opened,
+            { readiness(hasCameraTerminal(opened)), readiness(hasProcessingUnit(opened)) } };
     return status;
 }
 
 uvc_error_t close(Handle &handle)
 {
-    if (!handle.open)
+    if (handle.ready[CameraTerminal] == UVC_ERROR_NO_DEVICE)
         return UVC_ERROR_NO_DEVICE;
-    handle.open = false;
+    handle = { handle.devh };
     uvc_close(handle.devh);
     return UVC_SUCCESS;
-}
-
-uvc_error_t check(const Handle &handle, Unit unit)
-{
-    if (!handle.open)
-        return UVC_ERROR_NO_DEVICE;
-    return handle.has.at(unit) ? UVC_SUCCESS : UVC_ERROR_NOT_SUPPORTED;
 }
 
 } // namespace uvc_edge

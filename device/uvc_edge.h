@@ -9,7 +9,6 @@
 
 #include <libuvc/libuvc.h>
 
-#include <array>
 #include <cstdint>
 
 namespace uvc_edge {
@@ -23,8 +22,8 @@ enum Unit { CameraTerminal, ProcessingUnit };
 struct Handle
 {
     uvc_device_handle_t *devh = nullptr;
-    bool open = false;
-    std::array<bool, 2> has{}; ///< by Unit
+    /// What a request to each unit answers instead of being made, or success.
+    uvc_error_t ready[2] = { UVC_ERROR_NO_DEVICE, UVC_ERROR_NO_DEVICE };
 };
 
 /// Every libuvc call returns a status; a negative one is a failure.
@@ -41,17 +40,15 @@ uvc_error_t open(uvc_device_t **list, int index, Handle &handle);
 /// Closes an open handle; UVC_ERROR_NO_DEVICE for any other.
 uvc_error_t close(Handle &handle);
 
-/// Whether `unit` can be asked: UVC_ERROR_NO_DEVICE on a handle that is not open,
-/// UVC_ERROR_NOT_SUPPORTED for a unit that the camera lacks.
-uvc_error_t check(const Handle &handle, Unit unit);
-
 /// Makes one control request and returns its status: a libuvc function that addresses `unit`, and
 /// its arguments after the handle, narrowed to the types that the function takes.
+/// UVC_ERROR_NO_DEVICE on a handle that is not open, UVC_ERROR_NOT_SUPPORTED for a unit that the
+/// camera lacks.
 template<typename... Parameters, typename... Arguments>
 int request(const Handle &handle, Unit unit,
     uvc_error_t (*call)(uvc_device_handle_t *, Parameters...), Arguments... arguments)
 {
-    const uvc_error_t ready = check(handle, unit);
+    const uvc_error_t ready = handle.ready[unit];
     return succeeded(ready) ? call(handle.devh, static_cast<Parameters>(arguments)...) : ready;
 }
 

@@ -74,7 +74,7 @@ TEST_F(Edge, AListThatWasNeverTakenHasNoCamera)
 {
     uvc_edge::Handle handle;
     EXPECT_EQ(uvc_edge::open(nullptr, 0, handle), UVC_ERROR_NO_DEVICE);
-    EXPECT_FALSE(handle.open);
+    EXPECT_EQ(uvc_edge::close(handle), UVC_ERROR_NO_DEVICE);
 }
 
 TEST_F(Edge, FailuresAreNotReportedInWords)
@@ -131,11 +131,11 @@ INSTANTIATE_TEST_SUITE_P(Of, MissingUnit, testing::Values("camera_terminal", "pr
 
 TEST_F(Edge, AUnitThatTheCameraLacksIsNotSupported)
 {
-    uvc_edge::Handle handle{ nullptr, true, { false, true } };
-    EXPECT_EQ(check(handle, uvc_edge::CameraTerminal), UVC_ERROR_NOT_SUPPORTED);
-    EXPECT_EQ(check(handle, uvc_edge::ProcessingUnit), UVC_SUCCESS);
-    handle.open = false;
-    EXPECT_EQ(check(handle, uvc_edge::ProcessingUnit), UVC_ERROR_NO_DEVICE);
+    const uvc_edge::Handle handle{ nullptr, { UVC_ERROR_NOT_SUPPORTED, UVC_SUCCESS } };
+    uvc_error_t (*const call)(uvc_device_handle_t *) = [](auto *) { return UVC_ERROR_PIPE; };
+    EXPECT_EQ(request(handle, uvc_edge::CameraTerminal, call), UVC_ERROR_NOT_SUPPORTED);
+    EXPECT_EQ(request(handle, uvc_edge::ProcessingUnit, call), UVC_ERROR_PIPE);
+    EXPECT_EQ(request({}, uvc_edge::ProcessingUnit, call), UVC_ERROR_NO_DEVICE);
 }
 
 } // namespace
