@@ -10,6 +10,7 @@ import re
 import signal
 import socket
 import subprocess
+import sys
 
 from command_case import PATIENCE, UVC_CLIENT, VIRTUAL_CAMERA, Case, RunningCase, main, run
 
@@ -298,6 +299,25 @@ class OnARunningBus(RunningCase):
         self.tell("unplug 2")
         self.assertNotIn("Second", self.join("lsusb").stdout)
         self.assertEqual(self.join("lsusb").stderr, "")
+
+    def test_programs_hear_of_plugging_beside_each_other(self):
+        # All of them listen at the same descriptor.
+        listener = ("import socket; s = socket.socket(socket.AF_NETLINK, socket.SOCK_RAW, 15)\n"
+                    "s.bind((0, 0)); print('listening', s.fileno(), flush=True)\n"
+                    "for _ in range(2): print(s.recv(8192).split(b'\\0')[-3:], flush=True)")
+        self.start(command=(sys.executable, "-c", listener))
+        programs = [self.process]
+        for _ in range(2):
+            programs.append(self.enterContext(subprocess.Popen(
+                [VIRTUAL_CAMERA, "--join", self.socket, "--", sys.executable, "-c", listener],
+                stdout=subprocess.PIPE, text=True)))
+            self.addCleanup(programs[-1].kill)
+        self.assertEqual(len({program.stdout.readline() for program in programs}), 1)
+        self.tell("unplug 1")
+        self.tell("replug 1")
+        for program in programs:
+            self.assertIn("DEVNUM=002", program.stdout.readline())
+            self.assertIn("DEVNUM=002", program.stdout.readline())
 
     def test_the_second_program_is_like_any_other(self):
         self.start()

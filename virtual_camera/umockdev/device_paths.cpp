@@ -1,9 +1,10 @@
 // Copyright (c) 2026 The PTZ panel developers
 // SPDX-License-Identifier: MIT
 
-// What programs find beneath /dev/bus/usb: these functions stand before those of umockdev's preload
-// library and of libc, either as part of the program (a test that links virtual_camera_umockdev) or
-// preloaded into it. The root user may open everything, so that an open can only be refused here.
+// What programs find beneath /dev/bus/usb, and how they listen for uevents: these functions stand
+// before those of umockdev's preload library and of libc, either as part of the program (a test
+// that links virtual_camera_umockdev) or preloaded into it. The root user may open everything, so
+// that an open can only be refused here.
 
 // No <fcntl.h> and no <sys/stat.h>: with optimisation they define what is defined below.
 #include <asm/fcntl.h>
@@ -13,6 +14,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
+#include <sys/socket.h>
 #include <sys/types.h>
 #include <type_traits>
 #include <unistd.h>
@@ -73,6 +75,19 @@ int refusal(const char *path)
     return length > 0 ? std::atoi(number) : 0;
 }
 
+constexpr int lockExclusively = 2; // <sys/file.h> includes <fcntl.h>
+
+// umockdev names a listener's socket after its descriptor, and takes the name from any other
+// program that listens at the same one. With the process in its name a socket keeps it.
+void nameListener(const char *root, int descriptor)
+{
+    char given[longestPath];
+    char own[longestPath];
+    std::snprintf(given, sizeof given, "%s/event%d", root, descriptor);
+    std::snprintf(own, sizeof own, "%s/event%d.%d", root, descriptor, getpid());
+    std::rename(given, own);
+}
+
 // Goes on to the next function of that name, unless the call is to fail.
 template<typename Function, typename... Arguments>
 auto pass(int error, const char *function, Arguments... arguments)
@@ -99,6 +114,24 @@ mode_t modeBehind(int flags, va_list rest)
 } // namespace
 
 extern "C" {
+
+int bind(int descriptor, const sockaddr *address, socklen_t length) noexcept
+{
+    const auto bindNext = next<int(int, const sockaddr *, socklen_t)>("bind");
+    const char *root = std::getenv("UMOCKDEV_DIR");
+    if (root == nullptr || address == nullptr || address->sa_family != AF_NETLINK)
+        return bindNext(descriptor, address, length);
+    // Until it is renamed, another program must not make a socket of that name.
+    const int folder = next<Open>("open")(root, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    next<int(int, int)>("flock")(folder, lockExclusively);
+    const int result = bindNext(descriptor, address, length);
+    const int error = errno;
+    if (result == 0)
+        nameListener(root, descriptor);
+    close(folder);
+    errno = error;
+    return result;
+}
 
 int open(const char *path, int flags, ...)
 {

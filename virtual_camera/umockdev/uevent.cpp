@@ -90,7 +90,11 @@ void sendUevent(const std::string &rootDirectory, const Uevent &event)
     namespace fs = std::filesystem;
     for (const fs::directory_entry &entry : fs::directory_iterator(rootDirectory)) {
         const std::string name = entry.path().filename();
-        if (name.compare(0, listener.size(), listener) == 0 && !deliver(entry.path(), text))
+        if (name.compare(0, listener.size(), listener) != 0)
+            continue;
+        // Without the number of its process, a socket is being made.
+        const bool made = name.find('.') != std::string::npos;
+        if (!deliver(entry.path(), text) && made)
             fs::remove(entry.path());
     }
 }
