@@ -5,6 +5,7 @@
 
 #include "virtual_camera/testbed/testbed.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
@@ -130,6 +131,38 @@ TEST(DeviceNode, IsWritableOnlyWhenThereIsSomethingToReap)
     EXPECT_TRUE(file.writable(20000));
     EXPECT_EQ(file.reap(error), waiting.urb.get());
     EXPECT_EQ(waiting.urb->status, -ENOENT);
+}
+
+// How long a program with nothing to reap is kept; the least of some, as the machine may be busy.
+template<typename Prepare>
+std::chrono::steady_clock::duration vainReapTime(File &idle, Prepare prepare)
+{
+    auto least = std::chrono::steady_clock::duration::max();
+    for (int i = 0; i < 20; ++i) {
+        prepare();
+        int error = 0;
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_EQ(idle.reap(error), nullptr);
+        least = std::min(least, std::chrono::steady_clock::now() - start);
+    }
+    return least;
+}
+
+TEST(DeviceNode, SlowsAProgramDownThatReapsInVainTwiceInARow)
+{
+    Testbed bed(1);
+    File busy;
+    File idle;
+    Transfer done = Transfer::deviceDescriptor();
+    int error = 0;
+    const auto oneAnswered = [&] {
+        busy.reap(error);
+        idle.reap(error);
+        ASSERT_EQ(busy.call(USBDEVFS_SUBMITURB, done.urb.get()), 0);
+        ASSERT_TRUE(idle.writable(20000));
+    };
+    EXPECT_LT(vainReapTime(idle, oneAnswered), 1ms);
+    EXPECT_GE(vainReapTime(idle, [] { }), 1ms);
 }
 
 TEST(DeviceNode, WakesAProgramThatWaitsForASlowCamera)

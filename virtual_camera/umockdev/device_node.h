@@ -51,6 +51,7 @@ private:
     {
         std::shared_ptr<Usbfs> device; // null for a dead file
         int number = 0;
+        int vainReaps = 0; // in a row, while another file had something to reap
     };
     struct Call;
 

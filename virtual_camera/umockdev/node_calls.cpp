@@ -26,13 +26,15 @@ struct UrbMemory
 constexpr std::size_t setupSize = sizeof(usb_ctrlrequest);
 constexpr std::size_t largestBuffer = 1 << 20;
 // A program that has nothing to reap but sees the node ready, because another file has, asks
-// again at once; this keeps it from using up a processor.
-constexpr std::chrono::milliseconds emptyReapPause{ 1 };
+// again at once; this keeps it from using up a processor. Once in vain is no circle: every program
+// reaps until there is nothing left.
+constexpr std::chrono::milliseconds vainReapPause{ 1 };
 
 } // namespace
 
 struct DeviceNode::Call
 {
+    UMockdevIoctlClient *client;
     UMockdevIoctlData *argument;
     unsigned long request;
     File file;
@@ -44,8 +46,8 @@ struct DeviceNode::Call
 
 void DeviceNode::serve(UMockdevIoctlClient *client)
 {
-    Call call{ umockdev_ioctl_client_get_arg(client), umockdev_ioctl_client_get_request(client),
-        {} };
+    Call call{ client, umockdev_ioctl_client_get_arg(client),
+        umockdev_ioctl_client_get_request(client), {} };
     {
         const std::lock_guard lock(m_mutex);
         call.file = m_files[client];
@@ -150,11 +152,13 @@ std::unique_ptr<Urb> DeviceNode::nextDone(const Call &call, int &error)
     auto urb = device.reap(file);
     if (!urb)
         error = device.unplugged() ? -ENODEV : -EAGAIN;
-    const bool othersCan = !urb && m_pipe.ready();
+    int &vain = m_files[call.client].vainReaps;
+    vain = error == -EAGAIN && m_pipe.ready() ? vain + 1 : 0;
+    const bool again = vain > 1;
     settle();
     lock.unlock();
-    if (othersCan && error == -EAGAIN)
-        std::this_thread::sleep_for(emptyReapPause);
+    if (again)
+        std::this_thread::sleep_for(vainReapPause);
     return urb;
 }
 
