@@ -148,6 +148,18 @@ class Watching(JsonCase):
         self.tell("clear 1")
         self.assertTrue(client.silent(1))
 
+    def test_and_following_the_log_twice_tells_nothing_twice(self):
+        self.start()
+        client, first = self.watch()
+        again = client.ask("watch")
+        self.assertEqual(again["devices"], first["devices"])
+        self.assertEqual(client.ask("log")["log"], 1)
+        self.assertEqual(client.ask("log")["log"], 1)
+        self.tell("unplug 1")
+        messages = [client.read(), client.read()]
+        self.assertEqual(sorted(message["event"] for message in messages), ["change", "unplug"])
+        self.assertTrue(client.silent(0.5))
+
     def test_follows_motors_and_is_silent_when_they_stand(self):
         self.start(command=("sh", "-c", f"{UVC_CLIENT} turn; exec sleep 60"))
         self.assertEqual(self.process.stdout.readline(), "turning\n")

@@ -19,7 +19,12 @@ LogFeed::LogFeed() : m_format(jsonLog()), m_wakeUp(0, [this] { push(); }) { }
 
 void LogFeed::add(const std::shared_ptr<Connection> &connection)
 {
-    m_followers.push_back({ connection });
+    const bool known = std::any_of(
+        m_followers.begin(), m_followers.end(), [&connection](const Follower &follower) {
+            return follower.connection.lock() == connection;
+        });
+    if (!known)
+        m_followers.push_back({ connection });
     m_followed = true;
 }
 

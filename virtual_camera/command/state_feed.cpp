@@ -46,11 +46,19 @@ StateFeed::StateFeed(Testbed &testbed) : m_testbed(testbed), m_wakeUp(pause, [th
 void StateFeed::add(const std::shared_ptr<Connection> &connection)
 {
     connection->onSent([this] { touch(); });
+    // Who asks again is told everything again, and each change once.
+    forget(
+        [&connection](const Watcher &watcher) { return watcher.connection.lock() == connection; });
     m_watchers.push_back(
         { connection, std::vector<Members>(static_cast<std::size_t>(m_testbed.size())) });
     m_watched = true;
     send(m_watchers.back(), json::Object{ { "ok", true } }.add(greeting(m_testbed)), states(true));
     touch();
+}
+
+void StateFeed::forget(const std::function<bool(const Watcher &)> &which)
+{
+    m_watchers.erase(std::remove_if(m_watchers.begin(), m_watchers.end(), which), m_watchers.end());
 }
 
 void StateFeed::touch()
@@ -63,9 +71,7 @@ void StateFeed::touch()
 
 void StateFeed::push()
 {
-    const auto gone = std::remove_if(m_watchers.begin(), m_watchers.end(),
-        [](const Watcher &watcher) { return watcher.connection.expired(); });
-    m_watchers.erase(gone, m_watchers.end());
+    forget([](const Watcher &watcher) { return watcher.connection.expired(); });
     m_watched = !m_watchers.empty();
     if (!m_watched)
         return;

@@ -36,6 +36,7 @@ private:
         std::vector<Members> sent;
     };
 
+    void forget(const std::function<bool(const Watcher &)> &which);
     void push();
     std::vector<json::Object> states(bool withDescriptions) const;
     void send(Watcher &watcher, json::Object message, const std::vector<json::Object> &states);
