@@ -18,25 +18,30 @@ class Client:
         self._socket = socket.socket(socket.AF_UNIX)
         self._socket.connect(path)
         self._socket.settimeout(PATIENCE)
-        self._lines = self._socket.makefile("r", encoding="utf-8")
+        self._unread = b""
 
     def close(self):
-        self._lines.close()
         self._socket.close()
 
     def send(self, line):
         self._socket.sendall(line.encode() + b"\n")
 
     def read(self):
-        return json.loads(self._lines.readline())
+        while b"\n" not in self._unread:
+            received = self._socket.recv(65536)
+            if not received:
+                raise EOFError("virtual-camera hung up")
+            self._unread += received
+        line, self._unread = self._unread.split(b"\n", 1)
+        return json.loads(line)
 
     def ask(self, line):
         self.send(line)
         return self.read()
 
     def silent(self, seconds):
-        """Nothing comes for so long. Only for what was read to the end."""
-        return not select.select([self._socket], [], [], seconds)[0]
+        """Nothing comes for so long."""
+        return not self._unread and not select.select([self._socket], [], [], seconds)[0]
 
 
 class JsonCase(RunningCase):
