@@ -12,6 +12,7 @@
 #include "tests/fuzz/socket_client.h"
 #include "virtual_camera/command/command_line.h"
 #include "virtual_camera/command/control_command.h"
+#include "virtual_camera/command/device_options.h"
 #include "virtual_camera/command/script.h"
 
 namespace {

@@ -143,6 +143,7 @@ class BadInput(Case):
             (["--tell", "/nowhere"], "--tell expects"),
             (["--tell"], "Missing argument for --tell"),
             (["--join", "/nowhere"], "no command"),
+            (["--tell", "/nowhere", "--control", "/other", "--", "true"], "only one of"),
             (["--join", "/nowhere", "--cameras", "2", "--", "true"], "no other option"),
             (["--log", "", "--", "true"], "file name"),
         ):

@@ -4,6 +4,7 @@
 
 #include "virtual_camera/camera/words.h"
 #include "virtual_camera/command/control_command.h"
+#include "virtual_camera/command/device_options.h"
 
 #include <array>
 #include <glib.h>
@@ -50,19 +51,7 @@ Problem readDevices(Draft &draft, const std::string &value)
     if (draft.devicesGiven)
         return onlyOnce;
     draft.devicesGiven = true;
-    const std::vector<std::string_view> kinds = split(value, ',');
-    if (kinds.size() > mostDevices)
-        return "--devices can name up to " + std::to_string(mostDevices);
-    draft.line.devices = DeviceDescription::ptzCameras(static_cast<int>(kinds.size()));
-    for (std::size_t i = 0; i < kinds.size(); ++i) {
-        if (kinds[i] == "other-camera")
-            draft.line.devices[i] = DeviceDescription::otherCamera();
-        else if (kinds[i] == "storage")
-            draft.line.devices[i] = DeviceDescription::storage();
-        else if (kinds[i] != "camera")
-            return "--devices knows camera, other-camera and storage, not " + quoted(kinds[i]);
-    }
-    return std::nullopt;
+    return parseDeviceList(value, draft.line.devices);
 }
 
 Problem readOption(Draft &draft, const std::string &value)
@@ -83,6 +72,8 @@ template<Mode mode> Problem readSocket(Draft &draft, const std::string &value)
 {
     if (value.empty())
         return "expected the file name of a socket, not nothing";
+    if (draft.line.socket)
+        return "only one of --control, --join and --tell can be given, and only once";
     draft.line.mode = mode;
     draft.line.socket = value;
     return std::nullopt;
@@ -199,33 +190,6 @@ Problem readOptions(Draft &draft, std::vector<std::string> &words)
         words.emplace_back(*word);
     g_strfreev(list);
     return problem;
-}
-
-// "2.product=Hall" is for device 2, "product=Hall" for every camera.
-Problem applyDeviceOption(std::vector<DeviceDescription> &devices, std::string_view text)
-{
-    const std::string name = "--option " + quoted(text);
-    const std::size_t equals = text.find('=');
-    if (equals == std::string_view::npos)
-        return name + ": expected [N.]KEY=VALUE";
-    std::string_view key = text.substr(0, equals);
-    const std::string_view value = text.substr(equals + 1);
-    std::optional<std::int64_t> only;
-    if (const std::size_t dot = key.find('.'); dot != std::string_view::npos) {
-        only = parseNumber(key.substr(0, dot));
-        if (!only || *only < 1 || *only > static_cast<std::int64_t>(devices.size()))
-            return name + ": there is no device " + quoted(key.substr(0, dot));
-        key.remove_prefix(dot + 1);
-        if (devices[static_cast<std::size_t>(*only - 1)].kind != DeviceDescription::Kind::Camera)
-            return name + ": device " + std::to_string(*only) + " is no camera";
-    }
-    for (std::size_t i = 0; i < devices.size(); ++i) {
-        if (only && static_cast<std::int64_t>(i) != *only - 1)
-            continue;
-        if (Problem problem = applyOption(devices[i].camera, key, value))
-            return name + ": " + *problem;
-    }
-    return std::nullopt;
 }
 
 Problem finish(Draft &draft)

@@ -11,8 +11,6 @@
 
 namespace virtual_camera {
 
-constexpr int mostDevices = 32;
-
 /// What the command was asked to do.
 struct CommandLine
 {
