@@ -22,7 +22,8 @@ complain() {
 
 sanitize=yes
 filter=
-left_out=("clang-tidy on what does not differ from main (packaging/tidy.sh --all)")
+left_out=("clang-tidy on what does not differ from main (packaging/tidy.sh --all)"
+    "fuzzing (tests/fuzz/run.sh); the seeds and what was found are replayed")
 while [[ $# -gt 0 ]]; do
     case $1 in
         --help)
@@ -66,8 +67,8 @@ build() { # PRESET [CMAKE_OPTION...]
 
 tests() { # PRESET [CTEST_OPTION...]
     echo "== test: $*"
-    # One job more than there are processors: the longest tests mostly wait.
-    ctest --preset "$1" -j $(($(nproc) + 1)) "${selection[@]}" "${@:2}"
+    # More jobs than there are processors: the longest tests mostly wait.
+    ctest --preset "$1" -j $(($(nproc) + 2)) "${selection[@]}" "${@:2}"
 }
 
 # What runs beside the rest, by name: the process group; the output is in build/NAME.log.
