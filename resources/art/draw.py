@@ -28,6 +28,8 @@ SHEETS = ("keys", "sliders", "control_panel", "settings_panel", "notices")
 SCALES = {1: "{}.png", 2: "scaled/{}@2x.png", 3: "scaled/{}@3x.png"}
 COPIES = {"clear": "Clear"}
 ICON = {16: "plain", 24: "plain", 32: "detailed", 48: "detailed", 256: "detailed"}
+MENU_ICONS = {16: "plain", 24: "plain", 32: "detailed", 48: "detailed", 64: "detailed",
+              128: "detailed", 256: "detailed"}
 
 SVG = "{http://www.w3.org/2000/svg}"
 xml.register_namespace("", SVG[1:-1])
@@ -167,9 +169,26 @@ def icon():
     return head + b"".join(parts)
 
 
+def scalable_icon():
+    """The detailed icon alone, as an SVG file."""
+    sheet = Sheet("icon")
+    sheet.root.remove(sheet.root.find(f"{SVG}svg[@id='plain']"))
+    x, y, width, height = sheet.places["detailed"]
+    sheet.root.attrib.update(width="256", height="256", viewBox=f"{x} {y} {width} {height}")
+    return xml.tostring(sheet.root) + b"\n"
+
+
+def menu_icons():
+    """The icons that a desktop shows in its menu, in the folders of an icon theme."""
+    sheet = Sheet("icon")
+    files = {f"hicolor/{side}x{side}/apps/ptz-panel.png": png(sheet.draw(side / 16)[name])
+             for side, name in MENU_ICONS.items()}
+    return {**files, "hicolor/scalable/apps/ptz-panel.svg": scalable_icon()}
+
+
 def pictures():
     """The files, by their names."""
-    files = {"min_img.ico": icon()}
+    files = {"min_img.ico": icon(), **menu_icons()}
     for scale, ending in SCALES.items():
         images = {}
         for name in SHEETS:
@@ -180,8 +199,8 @@ def pictures():
 
 
 def main(folder=HERE.parent / "img"):
-    (Path(folder) / "scaled").mkdir(parents=True, exist_ok=True)
     for name, content in pictures().items():
+        (Path(folder) / name).parent.mkdir(parents=True, exist_ok=True)
         with open(Path(folder) / name, "wb") as file:
             file.write(content)
             file.flush()

@@ -43,7 +43,7 @@ class Drawing(unittest.TestCase):
         done = self.draw(self.folder)
         self.assertEqual((done.returncode, done.stderr), (0, ""))
         drawn, kept = [{path.relative_to(folder): path.read_bytes() for path in folder.rglob("*.*")
-                        if path.suffix in (".png", ".ico")} for folder in (self.folder, IMG)]
+                        if path.suffix in (".png", ".ico", ".svg")} for folder in (self.folder, IMG)]
         self.assertEqual(drawn.keys(), kept.keys())
         for path, content in drawn.items():
             self.assertTrue(content == kept[path],
