@@ -17,6 +17,7 @@ int main(int argc, char *argv[])
     desktop::prepareEnvironment();
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
     QApplication application(argc, argv);
+    QApplication::setApplicationVersion(PTZ_VERSION);
     desktop::exposeSliders();
     MainWindow window;
     const Ui::MainWindow &form = window.widgets();

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "virtual_camera/command/preload.h"
 
-#include <array>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <filesystem>
@@ -40,17 +39,17 @@ std::string sanitizerOptions()
                                                     : before;
 }
 
+// Beside the program in the build tree, else where it was installed.
 fs::path findOpenLibrary()
 {
     const fs::path folder = fs::read_symlink("/proc/self/exe").parent_path();
-    const std::array<fs::path, 2> places{ folder / openLibrary,
-        folder / "../lib/ptz-panel" / openLibrary };
-    for (const fs::path &place : places) {
-        if (fs::exists(place))
-            return place;
+    const fs::path installed = (folder / PTZ_MODULE_DIR).lexically_normal();
+    for (const fs::path &place : { folder, installed }) {
+        if (fs::exists(place / openLibrary))
+            return place / openLibrary;
     }
     throw std::runtime_error(std::string("cannot find ") + openLibrary + " in " + folder.string()
-        + " or " + (folder / "../lib/ptz-panel").lexically_normal().string());
+        + " or " + installed.string());
 }
 
 } // namespace

@@ -50,11 +50,13 @@ int savePicture(const std::vector<SeenCamera> &cameras, const QString &file)
 int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
+    QApplication::setApplicationVersion(PTZ_VERSION);
     QCommandLineParser parser;
     parser.setApplicationDescription(
         "Shows what the cameras of a running virtual-camera see, and lets them be unplugged\n"
         "and disturbed.");
     parser.addHelpOption();
+    parser.addVersionOption();
     parser.addPositionalArgument(
         "SOCKET", "what virtual-camera was given with --control", "SOCKET");
     const QCommandLineOption picture(
@@ -64,6 +66,8 @@ int main(int argc, char *argv[])
         return complain(parser.errorText(), wrongUsage);
     if (parser.isSet("help"))
         parser.showHelp();
+    if (parser.isSet("version"))
+        parser.showVersion();
     if (parser.positionalArguments().size() != 1)
         return complain("expected one socket (see --help)", wrongUsage);
 
