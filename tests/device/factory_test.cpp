@@ -30,6 +30,12 @@ void *operator new(std::size_t size)
         return memory;
     throw std::bad_alloc();
 }
+// Sanitizers have one of their own, whose memory this program's delete may not free.
+void *operator new(std::size_t size, const std::nothrow_t & /*tag*/) noexcept
+{
+    ++allocations;
+    return std::malloc(size);
+}
 void operator delete(void *memory) noexcept { release(memory); }
 void operator delete(void *memory, std::size_t /*size*/) noexcept { release(memory); }
 

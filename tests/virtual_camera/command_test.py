@@ -41,8 +41,10 @@ class TheCommand(Case):
             "bcdUVC               1.10",
         ):
             self.assertEqual(cameras.count(expected), 3, expected)
+        # lsusb 018 names products that its list of vendors lacks "[unknown]".
+        complaints = result.stdout.replace("[unknown]", "")
         for sign in ("rror", "Warning", "nrecognized", "unknown", "can't", "junk", "bogus"):
-            self.assertNotIn(sign, result.stdout)
+            self.assertNotIn(sign, complaints)
 
     def test_shows_what_is_no_camera(self):
         result = run("--devices", "camera,storage,other-camera,camera", "--", "lsusb")

@@ -83,7 +83,9 @@ class Control:
 
     @property
     def role(self):
-        return self._accessible.get_role_name()
+        """In the words of AT-SPI before 2.56, which calls a push button just a button."""
+        name = self._accessible.get_role_name()
+        return "push button" if name == "button" else name
 
     @property
     def name(self):
