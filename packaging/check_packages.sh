@@ -24,7 +24,7 @@ system_files() {
 mkdir -p build
 step "build"
 apt_get update
-apt_get install dpkg-dev lintian
+apt_get install build-essential lintian
 mapfile -t needed < <(sed -n '/^Build-Depends:/,/^[A-Z][a-z-]*:/{s/^Build-Depends://;/^[A-Z]/d;p}' \
     packaging/debian/control | sed 's/ *([^)]*)//; s/debhelper-compat/debhelper/; s/[ ,]//g')
 apt_get install "${needed[@]}"
