@@ -145,6 +145,7 @@ class Options(Scripts):
             ("test.sh", "--frobnicate", "--frobnicate"),
             ("test.sh", "--filter", "--filter"),
             ("packaging/lint.sh", "--frobnicate", "--frobnicate"),
+            ("packaging/in_chroot.sh", "trixie", "expected a release and a command"),
         ]:
             with self.subTest(script, options=options):
                 result = self.run_script(script, *options)
