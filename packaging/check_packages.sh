@@ -39,12 +39,12 @@ system_files >build/before
 apt_get install ./build/packages/*_*.deb
 
 step "start from the menu, as a user"
-id operator >/dev/null 2>&1 || useradd --create-home operator
-su operator -c "$PWD/packaging/debian/tests/start-from-menu"
+id somebody >/dev/null 2>&1 || useradd --create-home somebody
+su somebody -c "$PWD/packaging/debian/tests/start-from-menu"
 
 step "Python module"
 python=$(sed -n 's/^Test-Command: //p' packaging/debian/tests/control)
-(cd / && su operator -c "$python")
+(cd / && su somebody -c "$python")
 
 step "udev rule"
 PTZ_INSTALLED_RULE=yes python3 tests/packaging/udev_rule_test.py
