@@ -51,6 +51,7 @@ make_base() {
         fail "debootstrap failed"
     }
     apt_settings >"$base.new/etc/apt/apt.conf.d/99-as-outside"
+    echo force-unsafe-io >"$base.new/etc/dpkg/dpkg.cfg.d/quick"
     mv "$base.new" "$base"
 }
 [[ -d $base ]] || make_base
