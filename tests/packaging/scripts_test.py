@@ -336,7 +336,7 @@ class Touring(Scripts):
         self.assertIn(report, result.stdout)
         folder = os.path.join(self.root, "build", "release", "bin")
         self.assertEqual(self.recorded("take_tour.py"), [
-            f"take_tour.py --bin {folder} --report {report}"])
+            f"take_tour.py --bin {folder} --report {report} --view"])
         self.assertEqual(self.recorded("virtual-camera"), [])
 
     def test_the_tour_is_played_on_demand_and_its_exit_code_comes_back(self):
