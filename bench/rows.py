@@ -111,7 +111,7 @@ ROWS = (
         Line("key press to request, 99 of 100 below", "the same", 1.1)),
         ratios(press_latency, PANEL, KEY, 1000, 5)),
     Row("press-instructions", (
-        Line("instructions of a press and its release", "the same", 1.2),),
+        Line("instructions of a press and its release", "a window that makes the same call", 1.2),),
         ratios(press_instructions, PANEL, KEY, 200, 3)),
     Row("operation", (
         Line("instructions of an operation", "the bare call", 12, unit="more"),),
