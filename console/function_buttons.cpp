@@ -15,11 +15,11 @@ using Form = Ui::MainWindow;
 // requested last, even without a camera.
 struct MainWindow::Toggle
 {
-    bool MainWindow::*state;
-    bool (BaseDevice::*commandWhenTrue)(); ///< sent by a click that finds the state true
-    bool (BaseDevice::*commandWhenFalse)();
-    QPushButton *Form::*button = nullptr; ///< null: the face never changes
-    QString (*faceWhenTrue)() = nullptr;
+    bool MainWindow::*state = nullptr;
+    bool (BaseDevice::*commandWhenTrue)() = nullptr; ///< sent by a click that finds the state true
+    bool (BaseDevice::*commandWhenFalse)() = nullptr;
+    QPushButton *Form::*button = nullptr;
+    QString (*faceWhenTrue)() = nullptr; ///< null: the face never changes
     QString (*faceWhenFalse)() = nullptr;
 
     static const Toggle mute;
@@ -48,9 +48,8 @@ const MainWindow::Toggle MainWindow::Toggle::mirror = { &MainWindow::mirrorState
 void MainWindow::toggle(const Toggle &which)
 {
     const bool was = this->*which.state;
-    if (which.button)
-        (form.get()->*which.button)
-            ->setStyleSheet(was ? which.faceWhenTrue() : which.faceWhenFalse());
+    if (const auto face = was ? which.faceWhenTrue : which.faceWhenFalse)
+        (form.get()->*which.button)->setStyleSheet(face());
     this->*which.state = !was;
     send(was ? which.commandWhenTrue : which.commandWhenFalse);
 }

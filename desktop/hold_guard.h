@@ -34,7 +34,7 @@ class HoldGuard : public QObject
 public:
     /// A click on one of the `interrupters` releases everything before it does its work. The
     /// `springs` are the sliders that act until they are released.
-    HoldGuard(QWidget &window, const std::vector<QAbstractButton *> &interrupters,
+    HoldGuard(QWidget &guarded, const std::vector<QAbstractButton *> &interrupters,
         const std::vector<QSlider *> &springs);
 
     /// Releases everything that is held.

@@ -4,7 +4,7 @@
 #
 # in_chroot.sh RELEASE COMMAND [ARGUMENT]...
 #
-# Runs the command in a bare installation of a Debian or Ubuntu release (bookworm, trixie, noble ...),
+# Runs the command in a bare installation of a release of Debian, such as bookworm or trixie,
 # in a copy of this working tree: tracked and new files, nothing that was built. What the command
 # changes outside build/ is gone afterwards; its build/ is build/chroots/RELEASE.build here. The exit
 # code is the command's. Needs root, debootstrap, and a mirror: PTZ_MIRROR, else the one that apt uses.

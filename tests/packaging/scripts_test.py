@@ -57,6 +57,7 @@ STAND_INS = {
             *) tried "   Passed" ;;
         esac""",
 }
+FUZZING = "fuzzing (tests/fuzz/run.sh); the seeds and what was found are replayed"
 TIDY = "clang-tidy on what does not differ from main (packaging/tidy.sh --all)"
 SYSTEM_PROGRAMS += ["touch", "mktemp", "mkfifo", "rm"]
 
@@ -393,15 +394,15 @@ class Testing(Scripts):
         return result.returncode, result.stdout.splitlines()[-count:], result.stderr
 
     def test_the_last_lines_sum_up_every_run(self):
-        self.assertEqual(self.last_lines(7), (0, [
+        self.assertEqual(self.last_lines(8), (0, [
             "once: 1 of 1 tests passed", "release: 1 of 1 tests passed",
             "sanitize: 1 of 1 tests passed", "Failed: none", "Passed at the second try only: none",
-            "Not run (0 of 2): none", f"Left out: {TIDY}"], ""))
+            "Not run (0 of 2): none", f"Left out: {TIDY}", f"Left out: {FUZZING}"], ""))
 
     def test_a_failure_in_any_run_fails_the_whole_and_stands_last(self):
         for name, test in {"once": "soak", "release": "some_test", "sanitize": "some_test"}.items():
             with self.subTest(name):
-                code, lines, _ = self.last_lines(5, CTEST_FAILS=name)
+                code, lines, _ = self.last_lines(6, CTEST_FAILS=name)
                 self.assertEqual(code, 1)
                 self.assertEqual(lines[0], f"Failed: {test} ({name})")
                 self.assertTrue(lines[-1].startswith(f"FAILED: {name} summary;"), lines)
@@ -409,12 +410,12 @@ class Testing(Scripts):
     def test_a_second_try_is_named(self):
         for name, test in {"once": "soak", "release": "some_test", "sanitize": "some_test"}.items():
             with self.subTest(name):
-                code, lines, _ = self.last_lines(4, CTEST_RETRIES=name)
+                code, lines, _ = self.last_lines(5, CTEST_RETRIES=name)
                 self.assertEqual((code, lines[:2]), (
                     0, ["Failed: none", f"Passed at the second try only: {test} ({name})"]))
 
     def test_what_no_run_ran_is_named(self):
-        self.assertEqual(self.last_lines(2, CTEST_SKIPS="once")[1][0], "Not run (1 of 2): soak")
+        self.assertEqual(self.last_lines(3, CTEST_SKIPS="once")[1][0], "Not run (1 of 2): soak")
 
     def test_what_the_options_leave_out_is_said(self):
         self.assertEqual(self.last_lines(2, "--no-sanitize", "--filter", "some")[1], [
