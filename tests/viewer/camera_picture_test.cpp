@@ -90,6 +90,16 @@ TEST_F(Picture, WearsASignWhileTheCameraIsMuted)
         << "the sign is not in the picture that the camera sends";
 }
 
+TEST_F(Picture, WearsASignWhileTheCameraFrames)
+{
+    View framing = still();
+    framing.framing = true;
+    picture.report(framing);
+    const QImage with = picture.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const QRect corner(size.width() * 3 / 4, 0, size.width() / 4, size.height() / 4);
+    EXPECT_NE(with.copy(corner), picture.frame().copy(corner));
+}
+
 TEST_F(Picture, IsUpToDateWhenItIsShownAgain)
 {
     picture.hide();
@@ -97,7 +107,7 @@ TEST_F(Picture, IsUpToDateWhenItIsShownAgain)
     moved.pan = 20;
     picture.report(moved);
     picture.show();
-    CameraPicture other{ QStringLiteral("CAM2"), size };
+    CameraPicture other{ QStringLiteral("CAM1"), size };
     other.resize(size);
     other.report(moved);
     EXPECT_EQ(picture.grab().toImage(), other.grab().toImage());

@@ -63,6 +63,20 @@ TEST(AutoFocus, LeavesAManualFocusAlone)
     EXPECT_DOUBLE_EQ(eye.view().focus, 0.9);
 }
 
+TEST(AutoFocus, LeavesTheLensWhereItIs)
+{
+    Eye eye;
+    eye.report(at(-12));
+    ASSERT_TRUE(settles(eye));
+    View manual = at(-12);
+    manual.autoFocus = false;
+    eye.report(manual);
+    EXPECT_DOUBLE_EQ(eye.view().focus, 1 / 3.0);
+    manual.focus += 0.1; // the motor moves
+    eye.report(manual);
+    EXPECT_NEAR(eye.view().focus, 1 / 3.0 + 0.1, 1e-9);
+}
+
 TEST(Framing, FindsThePresenterAndFollows)
 {
     Eye eye;

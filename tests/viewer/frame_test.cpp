@@ -142,6 +142,20 @@ TEST(Frame, IsLeftAloneByControlsAtTheirDefaults)
     EXPECT_EQ(frameOf(inFocus()), frameOf(moved));
 }
 
+TEST(Frame, ShowsSharpnessWhenItIsShownAtHalfItsSize)
+{
+    const auto shown = [](double sharpness) {
+        View view = inFocus();
+        view.sharpness = sharpness;
+        return renderFrame(Room(), view, { 1280, 720 })
+            .scaled(640, 360, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    };
+    const double before = detail(shown(-1));
+    const double between = detail(shown(0));
+    EXPECT_LT(1.3 * before, between);
+    EXPECT_LT(1.3 * between, detail(shown(1)));
+}
+
 TEST(Frame, IsWithoutColourAtTheLowestSaturation)
 {
     View grey = inFocus();

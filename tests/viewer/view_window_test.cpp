@@ -153,6 +153,18 @@ TEST_F(Window, MovesTheCameraWhileAKeyOfItsRemoteControlIsHeld)
     EXPECT_TRUE(received("go 2 stop"));
 }
 
+TEST_F(Window, KeepsTheOtherFaultWhenOneIsTakenBack)
+{
+    QJsonObject faulty = device(1, true);
+    faulty["faults"] = QJsonObject{ { "stall", QJsonArray{ "all" } }, { "delay", 1000 } };
+    push({ faulty });
+    QToolButton *const refuse = button("The camera refuses every request");
+    ASSERT_TRUE(QTest::qWaitFor([refuse] { return refuse->isChecked(); }));
+    QTest::mouseClick(refuse, Qt::LeftButton);
+    EXPECT_TRUE(received("clear 1"));
+    EXPECT_TRUE(received("delay 1 1000"));
+}
+
 TEST_F(Window, SendsTheCameraHome)
 {
     QTest::mouseClick(button("Send the camera to its home position"), Qt::LeftButton);

@@ -49,6 +49,13 @@ double focusOf(const QJsonObject &description, const QJsonObject &state)
     return high <= low ? 0 : nearest * (position(state, "focus") - low) / (high - low);
 }
 
+// Where the camera is mounted: each looks at another part of the room.
+double bearing(int number)
+{
+    constexpr double bearings[] = { 0, 32, -32, 58, -58 };
+    return bearings[(number - 1) % 5];
+}
+
 int mainsOf(const QJsonObject &state)
 {
     constexpr int hertz[] = { 0, 50, 60 };
@@ -62,7 +69,8 @@ View viewOf(const QJsonObject &description, const QJsonObject &state)
     const auto on = [&state](const char *name) { return state[QLatin1String(name)].toBool(); };
     View view;
     view.powered = on("plugged_in");
-    view.pan = position(state, "pan") / secondsOfArc;
+    view.pan =
+        position(state, "pan") / secondsOfArc + bearing(state[QLatin1String("number")].toInt(1));
     view.tilt = position(state, "tilt") / secondsOfArc;
     view.angle =
         state[QLatin1String("view")].toObject()[QLatin1String("horizontal_degrees")].toDouble(
@@ -145,6 +153,8 @@ void send(QLocalSocket &socket, const QByteArray &line)
 }
 
 } // namespace
+
+QString cameraName(const SeenCamera &camera) { return QStringLiteral("CAM%1").arg(camera.number); }
 
 CameraLink::CameraLink(QObject *parent) : QObject(parent)
 {

@@ -24,6 +24,9 @@ struct SeenCamera
     View view;
 };
 
+/// "CAM1", as on the panel's buttons.
+QString cameraName(const SeenCamera &camera);
+
 /// Follows a running virtual-camera through its control socket: what its cameras are, how they
 /// change, and what they are asked. Never keeps it waiting.
 class CameraLink : public QObject

@@ -15,6 +15,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto framePeriod = 33ms;
+constexpr int smallest = 150; ///< the height of a picture with words in it
 const QColor openColour("#35c46a");
 
 // A loudspeaker, crossed out.
@@ -33,6 +34,41 @@ void paintMuteSign(QPainter &painter, const QRectF &place)
     painter.drawLine(QPointF(66, 38), QPointF(88, 62));
     painter.drawLine(QPointF(88, 38), QPointF(66, 62));
     painter.restore();
+}
+
+// The corners of a viewfinder: the camera frames by itself.
+void paintFramingSign(QPainter &painter, const QRectF &place)
+{
+    painter.save();
+    painter.translate(place.topLeft());
+    painter.scale(place.width() / 100, place.height() / 100);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(0, 0, 0, 150));
+    painter.drawRoundedRect(QRectF(0, 0, 100, 100), 16, 16);
+    painter.setPen(QPen(Qt::white, 8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.translate(50, 50);
+    for (int corner = 0; corner < 4; ++corner) {
+        painter.rotate(90);
+        painter.drawPolyline(QPolygonF({ { 14, 32 }, { 32, 32 }, { 32, 14 } }));
+    }
+    painter.setBrush(Qt::white);
+    painter.setPen(Qt::NoPen);
+    painter.drawEllipse(QPointF(0, -9), 9, 9);
+    painter.drawChord(QRectF(-17, 4, 34, 34), 0, 180 * 16);
+    painter.restore();
+}
+
+void paintName(QPainter &painter, const QRectF &place, const QString &name)
+{
+    QFont font = painter.font();
+    font.setPixelSize(static_cast<int>(place.height() / 20));
+    font.setBold(true);
+    painter.setFont(font);
+    const QRectF words = painter.boundingRect(place, Qt::AlignLeft | Qt::AlignTop, name)
+                             .translated(place.height() / 30, place.height() / 30);
+    painter.fillRect(words.adjusted(-6, -3, 6, 3), QColor(0, 0, 0, 150));
+    painter.setPen(Qt::white);
+    painter.drawText(words, Qt::AlignCenter, name);
 }
 
 void paintNoSignal(QPainter &painter, const QRectF &place)
@@ -96,6 +132,28 @@ void CameraPicture::render()
     update();
 }
 
+void CameraPicture::settle()
+{
+    constexpr double tick = 1.0 / 30;
+    constexpr int patience = 3 * 30;
+    for (int ticks = 0; ticks < patience && m_eye.busy(); ++ticks)
+        m_eye.pass(tick);
+    render();
+}
+
+// From the right.
+void CameraPicture::paintSigns(QPainter &painter, const QRectF &shown) const
+{
+    const double side = shown.height() / 8;
+    QRectF sign(shown.right() - 1.3 * side, shown.top() + 0.3 * side, side, side);
+    if (m_eye.view().mute) {
+        paintMuteSign(painter, sign);
+        sign.translate(-1.2 * side, 0);
+    }
+    if (m_eye.view().framing)
+        paintFramingSign(painter, sign);
+}
+
 QRectF CameraPicture::place() const
 {
     const QSize size = m_frameSize.scaled(this->size(), Qt::KeepAspectRatio);
@@ -111,13 +169,12 @@ void CameraPicture::paintEvent(QPaintEvent * /*event*/)
         if (m_frame.isNull())
             m_frame = renderFrame(m_eye.room(), m_eye.view(), m_frameSize);
         painter.drawImage(shown, m_frame);
-        const double sign = shown.height() / 8;
-        if (m_eye.view().mute)
-            paintMuteSign(
-                painter, { shown.right() - 1.3 * sign, shown.top() + 0.3 * sign, sign, sign });
+        paintSigns(painter, shown);
     } else {
         paintNoSignal(painter, shown);
     }
+    if (shown.height() > smallest)
+        paintName(painter, shown, m_name);
     if (m_open || m_chosen) {
         painter.setBrush(Qt::NoBrush);
         painter.setPen(QPen(m_open ? openColour : QColor("#d8dde2"), m_chosen ? 4 : 2));

@@ -18,12 +18,15 @@ class CameraPicture : public QWidget
     Q_OBJECT
 
 public:
-    /// Frames have this size, whatever the widget's.
+    /// Frames have this size, whatever the widget's. A large picture shows the name.
     CameraPicture(const QString &name, QSize frameSize, QWidget *parent = nullptr);
 
     void report(const View &view);
     /// Marks the camera that a program has open, and the one that is shown large.
     void mark(bool open, bool chosen);
+
+    /// Lets the camera focus and frame at once.
+    void settle();
 
     /// What the camera sent last.
     const QImage &frame() const { return m_frame; }
@@ -43,6 +46,7 @@ private:
     void pass();
     void render();
     QRectF place() const;
+    void paintSigns(QPainter &painter, const QRectF &shown) const;
 
     QString m_name;
     QSize m_frameSize;

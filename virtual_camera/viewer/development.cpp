@@ -91,19 +91,22 @@ void saturate(QRgb *line, int width, int saturation)
     }
 }
 
-// Adds `amount` / 256 of what a pixel differs from the mean of its four neighbours; below 0 it is
-// taken away, which softens. The bytes of a line are all alike, so the loop knows no colours.
+// Adds `amount` / 256 of what a pixel differs from the mean of four others around it; below 0 it is
+// taken away, which softens. A large frame is shown smaller than it is, so the others are farther
+// away there. The bytes of a line are all alike, so the loop knows no colours.
 void sharpen(QImage &frame, int amount)
 {
     const QImage source = frame.copy();
     const int bytes = frame.width() * 4;
-    for (int y = 1; y + 1 < frame.height(); ++y) {
-        const uchar *const above = source.constScanLine(y - 1);
+    const int lines = std::max(1, frame.width() / 400);
+    const int away = 4 * lines;
+    for (int y = lines; y + lines < frame.height(); ++y) {
+        const uchar *const above = source.constScanLine(y - lines);
         const uchar *const here = source.constScanLine(y);
-        const uchar *const below = source.constScanLine(y + 1);
+        const uchar *const below = source.constScanLine(y + lines);
         uchar *const out = frame.scanLine(y);
-        for (int x = 4; x + 4 < bytes; ++x) {
-            const int detail = 4 * here[x] - above[x] - below[x] - here[x - 4] - here[x + 4];
+        for (int x = away; x + away < bytes; ++x) {
+            const int detail = 4 * here[x] - above[x] - below[x] - here[x - away] - here[x + away];
             out[x] = static_cast<uchar>(clampByte(here[x] + (detail * amount >> 10)));
         }
     }

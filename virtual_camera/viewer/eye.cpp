@@ -28,10 +28,14 @@ double eased(double share) { return share * share * (3 - 2 * share); }
 void Eye::report(const View &view)
 {
     const double focus = m_view.focus;
+    if (m_reported.autoFocus && !view.autoFocus && m_known)
+        m_focusOffset = focus - view.focus;
+    if (view.autoFocus)
+        m_focusOffset = 0;
+    m_known = true;
     m_reported = view;
     m_view = view;
-    if (view.autoFocus)
-        m_view.focus = focus;
+    m_view.focus = view.autoFocus ? focus : std::max(0.0, view.focus + m_focusOffset);
     frame(0);
 }
 

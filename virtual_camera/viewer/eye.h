@@ -12,7 +12,8 @@ namespace virtual_camera {
 class Eye
 {
 public:
-    /// Takes over what the camera reports. Autofocus and framing start from where they are.
+    /// Takes over what the camera reports. Autofocus and framing start from where they are, and
+    /// manual focus from where autofocus has left it.
     void report(const View &view);
 
     /// Lets time pass, in seconds.
@@ -31,8 +32,10 @@ private:
     Room m_room;
     View m_reported;
     View m_view;
-    double m_focusSpeed = 0; ///< dioptres per second
-    double m_framed = 0;     ///< 0: where the motors point, 1: on the presenter
+    bool m_known = false;     ///< something was reported
+    double m_focusSpeed = 0;  ///< dioptres per second
+    double m_focusOffset = 0; ///< from the reported place to where autofocus has left the lens
+    double m_framed = 0;      ///< 0: where the motors point, 1: on the presenter
 };
 
 } // namespace virtual_camera

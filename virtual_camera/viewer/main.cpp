@@ -9,8 +9,7 @@
 #include <cstdio>
 
 #include "virtual_camera/viewer/camera_link.h"
-#include "virtual_camera/viewer/eye.h"
-#include "virtual_camera/viewer/frame.h"
+#include "virtual_camera/viewer/camera_picture.h"
 #include "virtual_camera/viewer/view_window.h"
 
 namespace {
@@ -26,29 +25,35 @@ int complain(const QString &problem, int code)
 }
 
 // What the camera sees once it has focused and framed.
-QImage settledFrame(const SeenCamera &camera)
-{
-    constexpr double tick = 1.0 / 30;
-    constexpr int patience = 3 * 30;
-    Eye eye;
-    eye.report(camera.view);
-    for (int ticks = 0; ticks < patience && eye.busy(); ++ticks)
-        eye.pass(tick);
-    return renderFrame(eye.room(), eye.view(), { 1280, 720 });
-}
-
 int savePicture(const std::vector<SeenCamera> &cameras, const QString &file)
 {
     const auto open = std::find_if(
         cameras.begin(), cameras.end(), [](const SeenCamera &camera) { return camera.open; });
     const SeenCamera &camera = open == cameras.end() ? cameras.front() : *open;
-    return settledFrame(camera).save(file) ? 0 : complain(file + " cannot be written", 1);
+    CameraPicture picture(cameraName(camera), { 1280, 720 });
+    picture.resize(1280, 720);
+    picture.report(camera.view);
+    picture.settle();
+    return picture.grab().save(file) ? 0 : complain(file + " cannot be written", 1);
+}
+
+bool hasDisplay()
+{
+#ifdef Q_OS_LINUX
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    return (!platform.isEmpty() && platform != "xcb") || qEnvironmentVariableIsSet("DISPLAY")
+        || (platform.isEmpty() && qEnvironmentVariableIsSet("WAYLAND_DISPLAY"));
+#else
+    return true;
+#endif
 }
 
 } // namespace
 
 int main(int argc, char *argv[])
 {
+    if (!hasDisplay()) // the toolkit would abort
+        return complain("there is no display", 1);
     QApplication application(argc, argv);
     QApplication::setApplicationVersion(PTZ_VERSION);
     QCommandLineParser parser;

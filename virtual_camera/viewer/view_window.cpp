@@ -8,6 +8,8 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
+#include <QScreen>
+#include <QScrollArea>
 #include <QStackedLayout>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -23,6 +25,7 @@ constexpr QSize smallFrame(256, 144);
 constexpr int requestsKept = 200;
 
 const char *const sheet = "virtual_camera--ViewWindow { background: #1a1e22; }"
+                          "QScrollArea, QScrollArea > QWidget > QWidget { background: #1a1e22; }"
                           "QLabel { color: #aeb8c0; }"
                           "QListWidget { background: #12161a; color: #d5dce1; border: none;"
                           " font-family: monospace; }"
@@ -48,14 +51,25 @@ void ViewWindow::build()
     auto *const column = new QVBoxLayout(this);
     m_stage = new QStackedLayout;
     column->addLayout(m_stage, 1);
-    auto *const strip = new QHBoxLayout;
     auto *const buttons = new QHBoxLayout;
+    auto *const remote = new QHBoxLayout;
     column->addLayout(buttons);
-    column->addLayout(strip);
+    column->addLayout(remote);
+    auto *const shelf = new QScrollArea; // for as many cameras as a bus takes
+    auto *const cameras = new QWidget;
+    auto *const strip = new QHBoxLayout(cameras);
+    strip->setContentsMargins({});
+    strip->setSizeConstraint(QLayout::SetMinimumSize);
+    shelf->setFrameShape(QFrame::NoFrame);
+    shelf->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    shelf->setFixedHeight(120);
+    shelf->setWidgetResizable(true);
+    shelf->setWidget(cameras);
+    column->addWidget(shelf);
 
     for (const SeenCamera &camera : m_link.cameras()) {
-        auto *const large = new CameraPicture(camera.name, largeFrame);
-        large->setMinimumSize(640, 360);
+        auto *const large = new CameraPicture(cameraName(camera), largeFrame);
+        large->setMinimumSize(480, 270);
         m_stage->addWidget(large);
         m_large.push_back(large);
         addCamera(camera, strip);
@@ -68,7 +82,8 @@ void ViewWindow::build()
         addButton(buttons, Sign::Refuse, tr("Refuse"), tr("The camera refuses every request"));
     m_slow = addButton(buttons, Sign::Slow, tr("Slow"), tr("The camera takes a second to answer"));
     buttons->addStretch();
-    addRemoteControl(buttons);
+    addRemoteControl(remote);
+    remote->addStretch();
     for (QToolButton *fault : { m_stall, m_slow })
         fault->setCheckable(true);
     connect(m_plug, &QToolButton::clicked, this, [this] {
@@ -76,9 +91,9 @@ void ViewWindow::build()
         command(powered ? "unplug %1" : "replug %1");
     });
     connect(m_stall, &QToolButton::clicked, this,
-        [this](bool on) { command(on ? "stall %1 all" : "clear %1"); });
+        [this](bool on) { setFault(on, "stall %1 all", m_slow); });
     connect(m_slow, &QToolButton::clicked, this,
-        [this](bool on) { command(on ? "delay %1 1000" : "clear %1"); });
+        [this](bool on) { setFault(on, "delay %1 1000", m_stall); });
 
     m_requests = new QListWidget;
     m_requests->setFixedHeight(130);
@@ -88,18 +103,35 @@ void ViewWindow::build()
     for (int index = 0; index < static_cast<int>(m_large.size()); ++index)
         take(index);
     choose(m_chosen);
-    resize(760, 720);
+    standBeside();
+}
+
+// At the right edge, clear of a panel in the middle of the screen, or else at its left edge.
+void ViewWindow::standBeside()
+{
+    constexpr int panelWidth = 653;
+    constexpr int frame = 8;
+    const QRect desktop = screen()->availableGeometry();
+    const int free = desktop.width() - panelWidth;
+    const int narrowest = minimumSizeHint().width();
+    const int beside = free / 2 - 2 * frame;
+    const int width = std::clamp(beside < narrowest ? free - 2 * frame : beside, narrowest, 760);
+    resize(width, std::min(desktop.height() - 40, 700));
+    move(desktop.right() - width - frame, desktop.top() + 24);
 }
 
 void ViewWindow::addCamera(const SeenCamera &camera, QBoxLayout *strip)
 {
     const int index = camera.number - 1;
     auto *const column = new QVBoxLayout;
-    auto *const small = new CameraPicture(camera.name, smallFrame);
+    auto *const small = new CameraPicture(cameraName(camera), smallFrame);
     small->setFixedSize(128, 72);
     connect(small, &CameraPicture::clicked, this, [this, index] { choose(index); });
     column->addWidget(small);
-    column->addWidget(new QLabel(tr("CAM%1").arg(camera.number)), 0, Qt::AlignHCenter);
+    auto *const name = new QLabel(cameraName(camera));
+    column->addWidget(name, 0, Qt::AlignHCenter);
+    small->setVisible(camera.isCamera);
+    name->setVisible(camera.isCamera);
     strip->addLayout(column);
     m_small.push_back(small);
     m_wasOpen.push_back(false);
@@ -194,6 +226,15 @@ void ViewWindow::showFaults()
     m_plug->setIcon(signIcon(camera.view.powered ? Sign::Unplug : Sign::Plug));
     m_stall->setChecked(camera.stalls);
     m_slow->setChecked(camera.slow);
+}
+
+// Faults are only taken back all at once; the other one is then set again.
+void ViewWindow::setFault(bool on, const QString &words, QToolButton *other)
+{
+    const bool both = other->isChecked();
+    command(on ? words : QStringLiteral("clear %1"));
+    if (!on && both)
+        command(other == m_slow ? QStringLiteral("delay %1 1000") : QStringLiteral("stall %1 all"));
 }
 
 void ViewWindow::note(const QString &line)

@@ -30,6 +30,7 @@ public:
 
 private:
     void build();
+    void standBeside();
     void addRemoteControl(QBoxLayout *row);
     void addCamera(const SeenCamera &camera, QBoxLayout *strip);
     QToolButton *addButton(QBoxLayout *row, Sign sign, const QString &words, const QString &help);
@@ -37,6 +38,7 @@ private:
     int openOne() const;
     void choose(int index);
     void showFaults();
+    void setFault(bool on, const QString &words, QToolButton *other);
     void note(const QString &line);
     void command(const QString &words);
 

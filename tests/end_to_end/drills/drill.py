@@ -176,15 +176,18 @@ class Drill:
         """The place in the camera log that comes next."""
         return len(self.panel.log.lines())
 
-    def stopped_by(self, stops, since, again=False):
-        """The cameras are stopped by exactly these requests from that place of the log on, or by
-        these several times."""
-        def told():
+    def stopped_by(self, stops, since):
+        """The cameras are stopped by exactly these requests from that place of the log on, and once
+        more after each repeat of a key that still drove them: a key that repeats already goes on
+        when the X server is told to repeat no more."""
+        def told(starts):
             return [as_request(line) for line in self.panel.log.lines()[since:]
-                    if is_motion(line) and not is_start(line)]
-        wait_for(lambda: len(told()) >= len(stops), lambda: f"{stops}: {told()}", self.patience)
-        found = told()
-        assert found == stops * (len(found) // len(stops) if again and stops else 1)
+                    if is_motion(line) and is_start(line) == starts]
+
+        def stopped():
+            found, times = told(False), 1 + len(told(True))
+            return any(found == stops * n for n in range(1, times + 1))
+        wait_for(stopped, lambda: f"{stops}: {told(True)}, {told(False)}", self.patience)
 
     def moving(self, camera=1):
         """The controls that the camera was last told to move."""

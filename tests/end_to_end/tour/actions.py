@@ -4,6 +4,8 @@
 """What is done in a step. Each makes a generator that stops once, at the moment of the picture: what
 comes before it is done while something is held, what comes after it is letting go."""
 
+import re
+
 from harness import face
 from harness.desktop import HEIGHT, OPENBOX, WIDTH
 from harness.pictures import settings_panel_shown
@@ -41,6 +43,17 @@ def click(*controls):
     return run
 
 
+def go_home():
+    """Sends the camera to its home position, and waits until it is there."""
+    there = re.compile(r" pan=0 pan_velocity=0 tilt=0 tilt_velocity=0 zoom=0 zoom_velocity=0 ")
+
+    def run(guide):
+        guide.panel.click("btn_home")
+        wait_for(lambda: there.search(guide.panel.cameras.tell("state 1")), "the camera to be home")
+        yield
+    return run
+
+
 def joystick(x, y):
     """Holds the joystick at that place of it, in pixels from its middle."""
     def run(guide):
@@ -62,9 +75,10 @@ def lens(slider, by):
     return run
 
 
-def setting(name):
-    """Takes a settings slider at its handle and drags it all the way to the right, then to the left.
-    The handle is where the value is between the ends of the slider's range."""
+def setting(name, back):
+    """Takes a settings slider at its handle and drags it all the way to the right, then to the left,
+    and back where it was unless it is to stay there. The handle is where the value is between the
+    ends of the slider's range."""
     handle_width = 24
 
     def run(guide):
@@ -80,6 +94,8 @@ def setting(name):
                 mouse.move_to(x + end * groove.width, y)
                 wait_for(lambda: len(panel.so_far()) >= count, "the value at the end")
             yield
+            if back:
+                mouse.move_to(x, y)
     return run
 
 

@@ -13,7 +13,7 @@ from harness.requests import (auto_white_balance, call_preset, clear_preset,
                               flicker, focus, halt, halt_focus, halt_zoom, image_property, pan,
                               reads, store_preset, tilt, vendor, zoom)
 
-from .actions import (choose_flicker, click, close, dismiss, drag, enter, joystick, key, leave,
+from .actions import (choose_flicker, click, close, dismiss, drag, enter, go_home, joystick, key, leave,
                       leave_by_notice, lens, minimise, notice, restore, setting, settings, start)
 
 
@@ -55,6 +55,9 @@ def each_after(mode):
     return [button for digit in DIGITS for button in (mode, digit)]
 
 
+# Where there is something to see.
+HOME = Step("Home", go_home(), [vendor(8)], look=face_of("btn_home", "HOME.png"))
+
 START = [
     Step("Half a second after the start, the first camera is opened and read twice", start(3),
          reads(1) * 2, look=camera_marked(1)),
@@ -67,10 +70,10 @@ KEYBOARD = [
     Step("Down arrow", key("Down"), [tilt(-1, 14)], [halt()] * 3 + [halt_zoom()]),
     Step("T: zoom in", key("t"), [zoom(+1)], [halt_zoom()]),
     Step("W: zoom out", key("w"), [zoom(-1)], [halt_zoom()]),
-    Step("M: framing by hand", key("m"), [vendor(17)], look=face_of("btn_ai", "Manual.png")),
     Step("F: automatic framing", key("f"), [vendor(16)], look=face_of("btn_ai", "Framing.png")),
-    Step("P: framing by hand", key("p"), [vendor(17)], look=face_of("btn_ai", "Manual.png")),
+    Step("M: framing by hand", key("m"), [vendor(17)], look=face_of("btn_ai", "Manual.png")),
     Step("F once more", key("f"), [vendor(16)], look=face_of("btn_ai", "Framing.png")),
+    Step("P: framing by hand", key("p"), [vendor(17)], look=face_of("btn_ai", "Manual.png")),
     Step("Taps quicker than any finger", key(*["Right"] * 5),
          [pan(+1, 21), *[halt(), halt_zoom(), pan(+1, 21)] * 4], [halt(), halt_zoom()]),
     Step("Other keys do nothing",
@@ -80,6 +83,7 @@ KEYBOARD = [
 
 # The direction is sent with the speeds of the last time, then again for each speed that changes.
 JOYSTICK = [
+    HOME,
     Step("Held in the middle it only stops the camera", joystick(0, 0), [halt()] * 4),
     *[Step("Near the middle it drives nothing", joystick(x, y))
       for x, y in ((12, 0), (0, -18), (22, 22))],
@@ -102,6 +106,7 @@ JOYSTICK = [
 
 # The slider springs back, which stops the lens, and letting go stops it once more.
 LENS = [
+    HOME,
     Step("Zoom in", lens("slider_zoom", -40), [zoom(+1)], [halt_zoom()] * 2,
          changes="slider_zoom"),
     Step("Zoom out", lens("slider_zoom", +40), [zoom(-1)], [halt_zoom()] * 2,
@@ -136,6 +141,7 @@ PRESETS = [
 ]
 
 FUNCTIONS = [
+    HOME,
     *[Step(title, click(button), [vendor(code)], look=face_of(button, picture))
       for title, button, code, picture in [
           ("Mute", "btn_mute", 5, "mute.png"),
@@ -148,7 +154,6 @@ FUNCTIONS = [
           ("Flip back", "btn_flip", 3, "Flip.png"),
           ("Mirror", "btn_mirror", 0, "Mirror.png"),
           ("Mirror back", "btn_mirror", 1, "Mirror.png"),
-          ("Home", "btn_home", 8, "HOME.png"),
       ]],
 ]
 
@@ -168,20 +173,24 @@ CAMERAS = [
 ]
 
 
-def setting_step(title, name, *values):
-    return Step(title, setting(name), [image_property(name, value) for value in values],
+def setting_step(title, name, *values, back=None):
+    return Step(title, setting(name, back is not None),
+                [image_property(name, value) for value in values],
+                [image_property(name, back)] if back else [],
                 changes=f"slider_{name}" if values[0] != values[-1] else None)
 
 
-# Each slider is taken at its value and dragged to its right end and then to its left one.
+# Each slider is taken at its value and dragged to its right end and then to its left one, and then
+# back to the pixel where it was taken, which need not mean quite the same value.
 SETTINGS = [
+    HOME,
     Step("Gear: the image settings", settings("btn_setting", True)),
     setting_step("Backlight compensation", "blc", 0, 10, 0),
-    setting_step("Gamma", "gamma", 220, 500, 100),
-    setting_step("Contrast", "contrast", 128, 255, 0),
-    setting_step("Saturation", "saturation", 128, 255, 0),
-    setting_step("Brightness", "brightness", 128, 255, 0),
-    setting_step("Sharpness", "sharpness", 7, 15, 0),
+    setting_step("Gamma", "gamma", 220, 500, 100, back=218),
+    setting_step("Contrast", "contrast", 128, 255, 0, back=126),
+    setting_step("Saturation", "saturation", 128, 255, 0, back=126),
+    setting_step("Brightness", "brightness", 128, 255, 0, back=126),
+    setting_step("Sharpness", "sharpness", 7, 15, 0, back=7),
     setting_step("White balance", "wb", 4600, 6500, 2800),
     Step("Anti-flicker: 60 hertz", choose_flicker("Down"), [], [flicker(2)]),
     Step("Anti-flicker: off", choose_flicker("Up", "Up"), [], [flicker(0)]),
@@ -190,7 +199,7 @@ SETTINGS = [
          [image_property("wb", 4600), image_property("blc", 0), image_property("gamma", 220),
           image_property("contrast", 128), image_property("saturation", 128),
           image_property("brightness", 128), image_property("sharpness", 7), flicker(1),
-          auto_white_balance(0)], changes="slider_brightness"),
+          auto_white_balance(0)], changes="slider_wb"),
     Step("OK hides them", settings("btn_ok", False)),
     Step("Gear: shown", settings("btn_setting", True)),
     Step("Gear: hidden", settings("btn_setting", False)),

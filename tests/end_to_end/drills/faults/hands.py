@@ -39,11 +39,10 @@ def missing_camera(drill):
 def stops_while_held(hold, loss):
     def run(drill):
         drill.ready()
-        with hold(drill) as stops, drill.desktop.keyboard.without_repeat():
+        with hold(drill) as stops:
             since = drill.now()
             loss(drill)
-            # A key that repeats before the notice has the keyboard drives the camera once more.
-            drill.stopped_by(stops, since, again=loss is missing_camera)
+            drill.stopped_by(stops, since)
         if loss is another_desktop:
             drill.desktop.windows.show_desktop(0)
         for notice in drill.panel.notices():
