@@ -43,13 +43,14 @@ public:
     void setCurrentValue(const QVariant &value) override
     {
         using namespace std::chrono_literals;
-        if (!slider()->isEnabled() || slider()->isSliderDown())
+        QSlider &handle = *slider();
+        if (!handle.isEnabled() || handle.isSliderDown())
             return;
-        const int before = slider()->value();
-        slider()->setValue(value.toInt());
-        if (slider()->value() == before)
+        const int before = handle.value();
+        handle.setValue(value.toInt());
+        if (handle.value() == before)
             return;
-        emit slider() -> sliderMoved(slider()->value());
+        emit handle.sliderMoved(handle.value());
         pushEnd.start(200ms);
     }
 

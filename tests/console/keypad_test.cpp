@@ -88,14 +88,21 @@ TEST_F(Keypad, SetWinsOverClearAndOnlyOneCountsAsArmed)
 TEST_F(Keypad, ModeOutlastsKeyboardDigitsThePollAndAChangeOfCamera)
 {
     plugIn(2);
+    const struct
+    {
+        QPushButton *Ui::MainWindow::*button;
+        int code;
+    } modes[] = { { &Ui::MainWindow::btn_set, 21 }, { &Ui::MainWindow::btn_clear, 61 } };
     makeWindow();
-    click(form().btn_set);
-    poll();
-    click(form().btn_cam2);
-    forgetSent();
-    QTest::keyClick(window.get(), Qt::Key_4);
-    press(1);
-    EXPECT_EQ(sent(), (Requests{ "cam2: " + command(104), "cam2: " + command(21) }));
+    for (const auto &mode : modes) {
+        click(form().*mode.button);
+        poll();
+        click(form().btn_cam2);
+        forgetSent();
+        QTest::keyClick(window.get(), Qt::Key_4);
+        press(1);
+        EXPECT_EQ(sent(), (Requests{ "cam2: " + command(104), "cam2: " + command(mode.code) }));
+    }
 }
 
 TEST_F(Keypad, ModeEndsAfterTheRequestEvenIfTheCameraRefusesIt)

@@ -62,6 +62,17 @@ TEST_F(WindowButtons, OnlyADoubleClickOnTheTrayIconRestoresTheWindowAndOnlyOnceM
     EXPECT_EQ(sent(), Requests());
 }
 
+TEST_F(WindowButtons, NoticesStayAsTheyAreThroughThePollAndAChangeOfCamera)
+{
+    plugIn(2);
+    makeWindow();
+    click(form().btn_top);
+    poll();
+    click(form().btn_cam2);
+    EXPECT_TRUE(Probe::topState(*window));
+    forgetSent();
+}
+
 /// Notes whether the window and the icon are visible when a signal is connected.
 class NotingTray : public QSystemTrayIcon
 {

@@ -7,6 +7,7 @@
 
 #include <QAccessible>
 #include <QComboBox>
+#include <QSignalSpy>
 #include <QTest>
 
 #include "desktop/hold_guard.h"
@@ -130,6 +131,21 @@ TEST_F(Accessibility, EachSliderIsReleasedByItself)
     EXPECT_EQ(sent(), (Requests{ tele, "gamma 55" }));
     ASSERT_TRUE(springsBack(zoom()));
     EXPECT_EQ(sent(), Requests(2, zoomStop));
+}
+
+TEST_F(Accessibility, SliderThatWasReleasedIsNotReleasedAgain)
+{
+    startFitted(1);
+    set(zoom(), 80);
+    guard->releaseAll();
+    ASSERT_EQ(zoom()->value(), 45);
+    QSignalSpy releases(zoom(), &QSlider::sliderReleased);
+    // The other one is released by itself later than this one would be.
+    form().slider_focus->setEnabled(true);
+    set(form().slider_focus, 80);
+    ASSERT_TRUE(springsBack(form().slider_focus));
+    EXPECT_EQ(releases.count(), 0);
+    forgetSent();
 }
 
 TEST_F(Accessibility, LensLeftByTheWheelIsNotHeld)
