@@ -94,6 +94,23 @@ TEST(Framing, FindsThePresenterAndFollows)
     EXPECT_DOUBLE_EQ(eye.view().pan, eye.room().presenter().x());
 }
 
+TEST(Framing, GivesWayToTheMotorsWhileTheyMove)
+{
+    Eye eye;
+    View view = at(-100);
+    view.framing = true;
+    eye.report(view);
+    eye.pass(2);
+    for (view.pan = -99; view.pan < -60; ++view.pan) {
+        eye.report(view);
+        eye.pass(tick);
+    }
+    EXPECT_DOUBLE_EQ(eye.view().pan, -61);
+    for (int ticks = 0; ticks < 120; ++ticks)
+        eye.pass(tick);
+    EXPECT_DOUBLE_EQ(eye.view().pan, eye.room().presenter().x());
+}
+
 TEST(Framing, GoesBackToWhereTheMotorsPoint)
 {
     Eye eye;

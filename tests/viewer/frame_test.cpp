@@ -156,6 +156,20 @@ TEST(Frame, ShowsSharpnessWhenItIsShownAtHalfItsSize)
     EXPECT_LT(1.3 * between, detail(shown(1)));
 }
 
+TEST(Frame, IsNowhereOfOneColour)
+{
+    for (const double angle : { 60.0, 3.4 })
+        for (const double tilt : { 0.0, 45.0, 90.0 })
+            for (double pan = -170; pan <= 170; pan += 20) {
+                View view = inFocus();
+                view.pan = pan;
+                view.tilt = tilt;
+                view.angle = angle;
+                view.focus = 1 / 6.0;
+                EXPECT_GT(detail(frameOf(view)), 0.1) << pan << ' ' << tilt << ' ' << angle;
+            }
+}
+
 TEST(Frame, IsWithoutColourAtTheLowestSaturation)
 {
     View grey = inFocus();

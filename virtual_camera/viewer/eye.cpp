@@ -10,7 +10,8 @@ namespace virtual_camera {
 namespace {
 
 constexpr double framingSeconds = 1.2;
-constexpr double framedAngle = 24; ///< the presenter from the head to the hips, in degrees
+constexpr double secondsByHand = 2; ///< after the last motion
+constexpr double framedAngle = 24;  ///< the presenter from the head to the hips, in degrees
 
 // Autofocus overshoots once or twice before it settles: a damped spring.
 constexpr double springRate = 9; ///< per second
@@ -32,6 +33,11 @@ void Eye::report(const View &view)
         m_focusOffset = focus - view.focus;
     if (view.autoFocus)
         m_focusOffset = 0;
+    // The operator's hand comes first.
+    if (m_known
+        && (view.pan != m_reported.pan || view.tilt != m_reported.tilt
+            || view.angle != m_reported.angle))
+        m_byHand = secondsByHand;
     m_known = true;
     m_reported = view;
     m_view = view;
@@ -73,7 +79,9 @@ void Eye::focus(double seconds)
 void Eye::frame(double seconds)
 {
     const double step = seconds / framingSeconds;
-    m_framed = std::clamp(m_framed + (m_reported.framing ? step : -step), 0.0, 1.0);
+    m_byHand = std::max(0.0, m_byHand - seconds);
+    const bool framing = m_reported.framing && m_byHand == 0;
+    m_framed = std::clamp(m_framed + (framing ? step : -step), 0.0, 1.0);
     const double share = eased(m_framed);
     const QPointF presenter = m_room.presenter();
     m_view.pan = mix(m_reported.pan, presenter.x(), share);

@@ -13,7 +13,8 @@ class Eye
 {
 public:
     /// Takes over what the camera reports. Autofocus and framing start from where they are, and
-    /// manual focus from where autofocus has left it.
+    /// manual focus from where autofocus has left it. While the motors move, and for two seconds
+    /// after, framing gives way to them.
     void report(const View &view);
 
     /// Lets time pass, in seconds.
@@ -35,6 +36,7 @@ private:
     bool m_known = false;     ///< something was reported
     double m_focusSpeed = 0;  ///< dioptres per second
     double m_focusOffset = 0; ///< from the reported place to where autofocus has left the lens
+    double m_byHand = 0;      ///< seconds for which the motors point, not the framing
     double m_framed = 0;      ///< 0: where the motors point, 1: on the presenter
 };
 

@@ -184,7 +184,29 @@ void paintClock(QPainter &painter, QPointF centre)
     painter.restore();
 }
 
-// Numbers along the walls: wherever the camera looks, it can be read where that is.
+// Panels on walls and ceiling, with a pin at each degree for long lenses: there is no place where a
+// motion cannot be seen.
+void paintPanels(QPainter &painter)
+{
+    constexpr double top = -100;
+    constexpr double longLens = 25;
+    const QColor seam(0, 0, 0, 26);
+    const QRectF seen = painter.transform().inverted().mapRect(QRectF(painter.viewport()));
+    const auto first = [](double place, int step) {
+        return step * static_cast<int>(std::floor(place / step));
+    };
+    for (int x = first(seen.left(), 10); x <= seen.right(); x += 10)
+        box(painter, { x - 0.05, top, 0.1, floorLine - top }, seam);
+    for (int y = first(seen.top(), 10); y <= std::min(seen.bottom(), floorLine); y += 10)
+        box(painter, { seen.left(), y - 0.05, seen.width(), 0.1 }, seam);
+    if (seen.width() > longLens)
+        return;
+    for (int x = first(seen.left(), 1); x <= seen.right(); ++x)
+        for (int y = first(seen.top(), 1); y <= std::min(seen.bottom(), floorLine); ++y)
+            box(painter, { x - 0.03, y - 0.03, 0.06, 0.06 }, seam.darker());
+}
+
+// Numbers along the walls.
 void paintBearings(QPainter &painter)
 {
     for (int bearing = -180; bearing < 180; bearing += 30) {
@@ -273,6 +295,7 @@ void Room::paintWalls(QPainter &painter) const
     wall.setColorAt(1, "#aeb4b4");
     painter.fillRect(QRectF(-260, ceilingLine, 520, floorLine - ceilingLine), wall);
     paintFloorAndCeiling(painter);
+    paintPanels(painter);
     for (const double left : { -112.0, -88.0 })
         paintWindow(painter, left);
     paintScreen(painter);
