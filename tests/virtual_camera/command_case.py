@@ -29,8 +29,8 @@ class Case(unittest.TestCase):
     def path(self, name):
         return os.path.join(self.folder, name)
 
-    def wait_until(self, condition):
-        end = time.monotonic() + PATIENCE
+    def wait_until(self, condition, patience=PATIENCE):
+        end = time.monotonic() + patience
         while not condition():
             self.assertLess(time.monotonic(), end, "waited in vain")
             time.sleep(0.01)
