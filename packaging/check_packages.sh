@@ -32,14 +32,14 @@ packaging/build_packages.sh
 
 step "install"
 # What the tests need, so that only our packages come and go.
-apt_get install dbus libglib2.0-bin openbox python3 udev umockdev usbutils xauth xdotool xvfb
+apt_get install dbus libglib2.0-bin openbox python3 systemd udev umockdev usbutils xauth xdotool xvfb
+id somebody >/dev/null 2>&1 || useradd --create-home somebody
 apt_get install ./build/packages/*_*.deb
 apt_get purge "${packages[@]}"
 system_files >build/before
 apt_get install ./build/packages/*_*.deb
 
 step "start from the menu, as a user"
-id somebody >/dev/null 2>&1 || useradd --create-home somebody
 su somebody -c "$PWD/packaging/debian/tests/start-from-menu"
 
 step "Python module"
