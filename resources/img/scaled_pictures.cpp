@@ -7,6 +7,7 @@
 #include <QEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPixmapCache>
 #include <QRegularExpression>
 #include <QResource>
 #include <QStyle>
@@ -101,6 +102,8 @@ void fitPictures(QWidget &leftPanel, QWidget &rightPanel)
 {
     if (qGuiApp->devicePixelRatio() > 1)
         registerScaledPictures();
+    // The two backgrounds, a megabyte at factor 1, come out of what the toolkit keeps.
+    QPixmapCache::setCacheLimit(QPixmapCache::cacheLimit() - 1024);
     keepBackground(leftPanel, QStringLiteral(":/img/background.png"));
     keepBackground(rightPanel, QStringLiteral(":/img/setting_background.png"));
 }

@@ -49,9 +49,8 @@ class Row:
         return "LD_PRELOAD" not in self.how.get("environment", {})
 
 
-MOST_KIBIBYTES = int(os.environ.get("PTZ_DRILL_MEBIBYTES", "15")) * 1024
-"""What a single drill may add: ten megabytes of painted pictures that the toolkit keeps, which take
-up to 13.8 (measured), the backgrounds of the settings and of notices, and notices.
+MOST_KIBIBYTES = int(os.environ.get("PTZ_DRILL_MEBIBYTES", "14")) * 1024
+"""What a single drill may add: ten megabytes of painted pictures that the toolkit keeps, and notices.
 What adds up over many is found by drills of its own. The sanitizers keep what was given back."""
 
 
